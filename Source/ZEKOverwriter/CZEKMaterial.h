@@ -1,0 +1,101 @@
+#pragma once
+
+#include <string>
+
+#include "Independent/Math3D/SColor.h"
+#include "Independent/Math3D/SUV.h"
+#include "ZEKOverwriter/EZEKBlendMode.h"
+#include "ZEKOverwriter/EZEKShaderType.h"
+
+namespace zek
+{
+
+/// A material of a model. Immutable.
+class CZEKMaterial
+{
+public:
+    CZEKMaterial(
+        const std::string& name,
+        EZEKShaderType shaderType,
+        EZEKBlendMode blendMode,
+        float cutoff,
+        bool isDoubleSided,
+        bool isUseVertexColor,
+        const SColor& color,
+        const SColor& emissionColor,
+        int textureIndexMain,
+        int textureIndexNormal,
+        int textureIndexEmission,
+        int textureIndexRoughness,
+        const SUV& textureScaleMain,
+        const SUV& textureOffsetMain,
+        const SUV& texture1ScaleMain,
+        const SUV& texture1OffsetMain)
+        : m_Name(name)
+        , m_ShaderType(shaderType)
+        , m_BlendMode(blendMode)
+        , m_Cutoff(cutoff)
+        , m_IsDoubleSided(isDoubleSided)
+        , m_IsUseVertexColor(isUseVertexColor)
+        , m_Color(color)
+        , m_EmissionColor(emissionColor)
+        , m_TextureIndexMain(textureIndexMain)
+        , m_TextureIndexNormal(textureIndexNormal)
+        , m_TextureIndexEmission(textureIndexEmission)
+        , m_TextureIndexRoughness(textureIndexRoughness)
+        , m_TextureScaleMain(textureScaleMain)
+        , m_TextureOffsetMain(textureOffsetMain)
+        , m_Texture1ScaleMain(texture1ScaleMain)
+        , m_Texture1OffsetMain(texture1OffsetMain)
+    {
+    }
+
+    CZEKMaterial(const CZEKMaterial&) = default;
+    CZEKMaterial& operator=(const CZEKMaterial&) = default;
+    virtual ~CZEKMaterial() = default;
+
+    const std::string& GetName() const { return m_Name; }
+    EZEKShaderType GetShaderType() const { return m_ShaderType; }
+    EZEKBlendMode GetBlendMode() const { return m_BlendMode; }
+
+    /// The alpha below which a pixel is not drawn.
+    float GetCutoff() const { return m_Cutoff; }
+    bool IsDoubleSided() const { return m_IsDoubleSided; }
+    bool IsUseVertexColor() const { return m_IsUseVertexColor; }
+    const SColor& GetColor() const { return m_Color; }
+    const SColor& GetEmissionColor() const { return m_EmissionColor; }
+
+    /// Indices into the model's textures; -1 for none.
+    int GetTextureIndexMain() const { return m_TextureIndexMain; }
+    int GetTextureIndexNormal() const { return m_TextureIndexNormal; }
+    int GetTextureIndexEmission() const { return m_TextureIndexEmission; }
+    int GetTextureIndexRoughness() const { return m_TextureIndexRoughness; }
+
+    /// How the main texture is placed.
+    const SUV& GetTextureScaleMain() const { return m_TextureScaleMain; }
+    const SUV& GetTextureOffsetMain() const { return m_TextureOffsetMain; }
+
+    /// How the second texture is placed.
+    const SUV& GetTexture1ScaleMain() const { return m_Texture1ScaleMain; }
+    const SUV& GetTexture1OffsetMain() const { return m_Texture1OffsetMain; }
+
+private:
+    std::string m_Name;
+    EZEKShaderType m_ShaderType;
+    EZEKBlendMode m_BlendMode;
+    float m_Cutoff;
+    bool m_IsDoubleSided;
+    bool m_IsUseVertexColor;
+    SColor m_Color;
+    SColor m_EmissionColor;
+    int m_TextureIndexMain;
+    int m_TextureIndexNormal;
+    int m_TextureIndexEmission;
+    int m_TextureIndexRoughness;
+    SUV m_TextureScaleMain;
+    SUV m_TextureOffsetMain;
+    SUV m_Texture1ScaleMain;
+    SUV m_Texture1OffsetMain;
+};
+
+} // namespace zek

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <vector>
+
+#include "Independent/Math3D/S2D.h"
+#include "Independent/Math3D/S3D.h"
+#include "Independent/Math3D/SColor32.h"
+#include "Independent/Math3D/SUV.h"
+#include "ZEKOverwriter/CZEKBoneWeight.h"
+#include "ZEKOverwriter/CZEKMorph.h"
+#include "ZEKOverwriter/CZEKPrimitive.h"
+
+namespace zek
+{
+
+/// A mesh of a model. Immutable. Every list of vertex data has one entry per vertex, or none when
+/// the mesh has no such data.
+class CZEKMesh
+{
+public:
+    CZEKMesh(
+        const std::vector<S3D>& posList,
+        const std::vector<S3D>& normalList,
+        const std::vector<S3D>& tangentList,
+        const std::vector<SUV>& uvList,
+        const std::vector<SUV>& uv2List,
+        const std::vector<math3d::SColor32>& colorList,
+        const std::vector<CZEKBoneWeight>& boneWeightList,
+        const std::vector<CZEKPrimitive>& primitiveList,
+        const std::vector<CZEKMorph>& morphList,
+        const S3D& boundingBoxMinPos,
+        const S3D& boundingBoxMaxPos,
+        int lightmapIndex,
+        const S2D& lightmapScale,
+        const S2D& lightmapOffset)
+        : m_PosList(posList)
+        , m_NormalList(normalList)
+        , m_TangentList(tangentList)
+        , m_UVList(uvList)
+        , m_UV2List(uv2List)
+        , m_ColorList(colorList)
+        , m_BoneWeightList(boneWeightList)
+        , m_ZEKPrimitiveList(primitiveList)
+        , m_MorphList(morphList)
+        , m_BoundingBoxMinPos(boundingBoxMinPos)
+        , m_BoundingBoxMaxPos(boundingBoxMaxPos)
+        , m_LightmapIndex(lightmapIndex)
+        , m_LightmapScale(lightmapScale)
+        , m_LightmapOffset(lightmapOffset)
+    {
+    }
+
+    CZEKMesh(const CZEKMesh&) = default;
+    CZEKMesh& operator=(const CZEKMesh&) = default;
+    virtual ~CZEKMesh() = default;
+
+    const std::vector<S3D>& GetPosList() const { return m_PosList; }
+    const std::vector<S3D>& GetNormalList() const { return m_NormalList; }
+    const std::vector<S3D>& GetTangentList() const { return m_TangentList; }
+    const std::vector<SUV>& GetUVList() const { return m_UVList; }
+    const std::vector<SUV>& GetUV2List() const { return m_UV2List; }
+    const std::vector<math3d::SColor32>& GetColorList() const { return m_ColorList; }
+    const std::vector<CZEKBoneWeight>& GetBoneWeightList() const { return m_BoneWeightList; }
+
+    /// The sub-meshes.
+    const std::vector<CZEKPrimitive>& GetZEKPrimitiveList() const { return m_ZEKPrimitiveList; }
+
+    /// The blend shapes.
+    const std::vector<CZEKMorph>& GetMorphList() const { return m_MorphList; }
+
+    const S3D& GetBoundingBoxMinPos() const { return m_BoundingBoxMinPos; }
+    const S3D& GetBoundingBoxMaxPos() const { return m_BoundingBoxMaxPos; }
+
+    /// Index into the model's lightmaps; -1 for none.
+    int GetLightmapIndex() const { return m_LightmapIndex; }
+
+    /// Where the mesh lies in its lightmap.
+    const S2D& GetLightmapScale() const { return m_LightmapScale; }
+    const S2D& GetLightmapOffset() const { return m_LightmapOffset; }
+
+private:
+    std::vector<S3D> m_PosList;
+    std::vector<S3D> m_NormalList;
+    std::vector<S3D> m_TangentList;
+    std::vector<SUV> m_UVList;
+    std::vector<SUV> m_UV2List;
+    std::vector<math3d::SColor32> m_ColorList;
+    std::vector<CZEKBoneWeight> m_BoneWeightList;
+    std::vector<CZEKPrimitive> m_ZEKPrimitiveList;
+    std::vector<CZEKMorph> m_MorphList;
+    S3D m_BoundingBoxMinPos;
+    S3D m_BoundingBoxMaxPos;
+    int m_LightmapIndex;
+    S2D m_LightmapScale;
+    S2D m_LightmapOffset;
+};
+
+} // namespace zek

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Independent/Math3D/S3D.h"
+
+namespace zek
+{
+
+/// A blend shape of a mesh. Immutable.
+class CZEKMorph
+{
+public:
+    CZEKMorph(const std::string& name, const std::vector<S3D>& posList)
+        : m_Name(name)
+        , m_PosList(posList)
+    {
+    }
+
+    /// Takes name and list over instead of copying them.
+    CZEKMorph(std::string&& name, std::vector<S3D>&& posList) noexcept
+        : m_Name(std::move(name))
+        , m_PosList(std::move(posList))
+    {
+    }
+
+    CZEKMorph(const CZEKMorph&) = default;
+    CZEKMorph(CZEKMorph&&) = default;
+    CZEKMorph& operator=(const CZEKMorph&) = default;
+    CZEKMorph& operator=(CZEKMorph&&) = default;
+    virtual ~CZEKMorph() = default;
+
+    const std::string& GetName() const { return m_Name; }
+
+    /// One position per vertex of the mesh.
+    const std::vector<S3D>& GetPosList() const { return m_PosList; }
+
+private:
+    std::string m_Name;
+    std::vector<S3D> m_PosList;
+};
+
+} // namespace zek

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Independent/FileImage/CFileImageAnalyser.h"
+#include "Independent/Math3D/SColor.h"
+#include "ZEKOverwriter/EZEKColliderShape.h"
+#include "ZEKOverwriter/EZEKShaderType.h"
+#include "ZEKOverwriter/STextureTransform.h"
+
+namespace zek
+{
+
+/// Addresses of the four compression flags of one item, in the order of `CompressionFamilies`.
+/// They point into a file image and are valid as long as it is neither freed nor resized.
+using FlagQuad = std::vector<const unsigned char*>;
+
+/// Marks in a ZEK model file which compressed variants of its textures, lightmaps and reflection
+/// cubemaps lie on disk beside it. One object serves one file.
+///
+/// The walkers each start at the reader's position and leave it just behind their section. They
+/// return false when the data ends early or is malformed, and the position is then anywhere. They
+/// never read outside the reader's range, whatever the data says, and a count of zero or less
+/// means no records. All but three read values only to drop them: those of textures, lightmaps and
+/// reflection probes remember where the flags are. The file's version decides which fields a
+/// record has (see ZEKVersion.h).
+///
+/// The detectors then look for the variants, write 1 or 0 through the remembered addresses, and
+/// print how many items have a variant of each family.
+class CZEKOverwriter
+{
+public:
+    CZEKOverwriter() = default;
+    virtual ~CZEKOverwriter() = default;
+
+    /// Does the whole job on the model file at path: reads it, walks it, sets its flags and the
+    /// processed marker, and writes it back. Returns false when it cannot be read, understood or
+    /// written. It is unchanged unless the writing itself failed, which may leave it cut short.
+    ///
+    /// Reading turns backslashes in path into slashes; writing does not, so that a path with
+    /// backslashes is read from one file and written to another (see `filesystem::CFile`).
+    bool Overwrite(const std::string& path);
+
+    /// The same on a file image in memory, without reading or writing the file: path only says
+    /// where to look for variants. On false the flags are as they were, but the marker may be set.
+    bool OverwriteImage(std::vector<unsigned char>& image, const std::string& path);
+
+    bool AnalyseNodeList(fileimage::CFileImageAnalyser& reader, int version);
+    bool AnalyseNode(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks the collider of a node, whose shape has been read.
+    bool
+    AnalyseCollider(fileimage::CFileImageAnalyser& reader, int version, EZEKColliderShape shape);
+
+    bool AnalyseMeshList(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks one mesh of the mesh list.
+    bool AnalyseMesh(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks the reduced mesh that stands in a node with a mesh collider. It is the same in all
+    /// versions.
+    bool AnalyseMeshSimple(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks the materials and, where the version has it between their count and the first of
+    /// them, the reflection-probe section.
+    bool AnalyseMaterialList(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks one material.
+    bool AnalyseMaterial(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks what a material record ends with, which depends on its shader type; a type that is
+    /// not known has nothing.
+    bool AnalyseShaderParameters(
+        fileimage::CFileImageAnalyser& reader, int version, EZEKShaderType shaderType);
+
+    /// Reads how a texture is placed: 16 bytes, which must be there. The V offset comes back
+    /// flipped, 1 - offset - scale, from version 19 on and for a V scale below 1.
+    STextureTransform AnalyseTextureTransform(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Reads a colour: 16 bytes, which must be there.
+    SColor AnalyseColor(fileimage::CFileImageAnalyser& reader);
+
+    /// Walks the names of the bones. Fewer than 4 bytes before the end mean that the file has no
+    /// bone table, which is a success.
+    bool AnalyseBoneTable(fileimage::CFileImageAnalyser& reader);
+
+    /// Walks the textures and appends the flag addresses of each. Before version 5 there are no
+    /// flags and the addresses are null.
+    bool AnalyseTextureList(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks the lightmaps and, from version 26 on, appends the name and the flag addresses of
+    /// each; before, a lightmap has no bytes of its own.
+    bool AnalyseLightmapList(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks the reflection probes and appends the name of each and, from version 16 on, its flag
+    /// addresses. Before version 26 a probe is named by its index in decimal. The probe count is
+    /// set when the section has been walked whole.
+    bool AnalyseReflectionProbe(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Sets the flags of the textures, whose variants are named by index ("007.pvr"), and prints
+    /// "ExistTextureCompression" with the counts of PVRTC, ETC, ASTC and DXT. Always true; the
+    /// version is not consulted. Variants are looked for in the folder of path.
+    bool AnalyseTextureCompression(int version, const std::string& path);
+
+    /// As `AnalyseTextureCompression` for the probes' cubemaps, printing "ExistCubemapCompression".
+    /// A flag is set when all six faces are there. Before version 16 nothing is done or printed.
+    ///
+    /// The paths of the faces have backslashes in them, also where the file system takes these for
+    /// ordinary characters of a name.
+    bool AnalyseReflectionProbeCompression(int version, const std::string& path);
+
+    /// As `AnalyseTextureCompression` for the lightmaps, whose variants have the lightmap's own
+    /// name with another extension, printing "ExistLightmapCompression".
+    bool AnalyseLightmapCompression(int version, const std::string& path);
+
+    /// The flags of each texture in file order.
+    const std::vector<FlagQuad>& GetTextureFlagQuadList() const { return m_TextureFlagQuadList; }
+
+    /// The flags of each lightmap in file order.
+    const std::vector<FlagQuad>& GetLightmapFlagQuadList() const { return m_LightmapFlagQuadList; }
+
+    /// The name of each lightmap.
+    const std::vector<std::string>& GetLightmapNameList() const { return m_LightmapNameList; }
+
+    /// The flags of each reflection probe in file order.
+    const std::vector<FlagQuad>& GetProbeFlagQuadList() const { return m_ProbeFlagQuadList; }
+
+    /// The number of reflection probes that the file states: negative in a file that says so.
+    int GetProbeCount() const { return m_ProbeCount; }
+
+    /// The name of each reflection probe.
+    const std::vector<std::string>& GetProbeNameList() const { return m_ProbeNameList; }
+
+private:
+    std::vector<FlagQuad> m_TextureFlagQuadList;
+    std::vector<FlagQuad> m_LightmapFlagQuadList;
+    std::vector<std::string> m_LightmapNameList;
+    std::vector<FlagQuad> m_ProbeFlagQuadList;
+    int m_ProbeCount = 0;
+    std::vector<std::string> m_ProbeNameList;
+};
+
+} // namespace zek

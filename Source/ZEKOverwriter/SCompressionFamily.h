@@ -1,0 +1,26 @@
+#pragma once
+
+#include <array>
+
+namespace zek
+{
+
+/// One family of GPU texture compression and where its variants lie beside a model.
+struct SCompressionFamily
+{
+    const char* textureFolder; ///< folder of compressed textures and lightmaps
+    const char* cubemapFolder; ///< folder of compressed reflection cubemaps
+    const char* extension;     ///< extension of all of these, without the dot
+};
+
+constexpr int CompressionFamilyCount = 4;
+
+/// The families in the order of every group of flags and of every count: PVRTC, ETC, ASTC, DXT.
+constexpr std::array<SCompressionFamily, CompressionFamilyCount> CompressionFamilies = {{
+    {"tex_pvrtc", "tex_reflection_cube_pvrtc", "pvr"},
+    {"tex_etc", "tex_reflection_cube_etc", "pvr"},
+    {"tex_astc", "tex_reflection_cube_astc", "pvr"},
+    {"tex_dxt", "tex_reflection_cube_dxt", "dds"},
+}};
+
+} // namespace zek

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace testsupport
+{
+
+using Bytes = std::vector<unsigned char>;
+
+/// The bytes of each file below a folder, by its path relative to that.
+using FolderContents = std::map<std::string, Bytes>;
+
+/// A folder of its own for one test; it goes, with all that is in it, when the object does.
+class CTemporaryFolder
+{
+public:
+    CTemporaryFolder();
+    ~CTemporaryFolder();
+    CTemporaryFolder(const CTemporaryFolder&) = delete;
+    CTemporaryFolder& operator=(const CTemporaryFolder&) = delete;
+
+    /// The folder's absolute path without a slash at its end.
+    const std::string& GetPath() const { return m_Path; }
+
+    /// The absolute path of a name relative to the folder.
+    std::string GetPath(const std::string& name) const { return m_Path + "/" + name; }
+
+    /// Writes a file below the folder, making the folders on its way. The name is taken as the file
+    /// system takes it: a backslash is an ordinary character.
+    void Write(const std::string& name, const Bytes& bytes) const;
+    void Write(const std::string& name, const std::string& text) const;
+
+    void MakeFolder(const std::string& name) const;
+    void Remove(const std::string& name) const;
+
+    /// The bytes of a file below the folder; fails the test when it cannot be read.
+    Bytes Read(const std::string& name) const;
+
+    /// Every ordinary file below the folder with its bytes.
+    FolderContents GetContents() const;
+
+private:
+    std::string m_Path;
+};
+
+} // namespace testsupport
