@@ -1,6 +1,7 @@
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 #include "Specific/FileSystem/CFile.h"
+#include "ZEKOverwriter/ZEKRecord.h"
 #include "ZEKOverwriter/ZEKVersion.h"
 
 namespace zek
@@ -16,22 +17,29 @@ bool CZEKOverwriter::Overwrite(const std::string& path)
 bool CZEKOverwriter::OverwriteImage(std::vector<unsigned char>& image, const std::string& path)
 {
     fileimage::CFileImageAnalyser reader(image.data(), image.data() + image.size());
+    int version;
+    return AnalyseHeader(reader, version) && AnalyseSections(reader, version) &&
+           AnalyseTextureCompression(version, path) &&
+           AnalyseReflectionProbeCompression(version, path) &&
+           AnalyseLightmapCompression(version, path);
+}
 
+bool CZEKOverwriter::AnalyseHeader(fileimage::CFileImageAnalyser& reader, int& version)
+{
     std::string magic;
     if (!reader.GetZeroTerminatedString(magic) || magic != "ZEK")
         return false;
 
-    int version;
     if (!reader.GetInt(version) || version < version::Oldest)
         return false;
 
     if (version >= version::ProcessedMarker)
     {
-        const std::int64_t markerPos = reader.GetPos();
+        const unsigned char* markerByte = reader.GetReadPointer();
         int marker;
         if (!reader.GetInt(marker))
             return false;
-        image[static_cast<std::size_t>(markerPos)] = 1;
+        SetImageByte(markerByte, 1);
     }
 
     if (version >= version::HeaderZero)
@@ -40,18 +48,19 @@ bool CZEKOverwriter::OverwriteImage(std::vector<unsigned char>& image, const std
         if (!reader.GetInt(zero) || zero != 0)
             return false;
     }
+    return true;
+}
 
-    const bool isWalked =
-        version < version::TexturesOnly
-            ? AnalyseNodeList(reader, version) && AnalyseMeshList(reader, version) &&
-                  AnalyseMaterialList(reader, version) && AnalyseTextureList(reader, version) &&
-                  AnalyseBoneTable(reader) && AnalyseLightmapList(reader, version)
-            : AnalyseTextureList(reader, version) && AnalyseReflectionProbe(reader, version) &&
-                  AnalyseLightmapList(reader, version);
-
-    return isWalked && AnalyseTextureCompression(version, path) &&
-           AnalyseReflectionProbeCompression(version, path) &&
-           AnalyseLightmapCompression(version, path);
+bool CZEKOverwriter::AnalyseSections(fileimage::CFileImageAnalyser& reader, int version)
+{
+    if (version < version::TexturesOnly)
+    {
+        return AnalyseNodeList(reader, version) && AnalyseMeshList(reader, version) &&
+               AnalyseMaterialList(reader, version) && AnalyseTextureList(reader, version) &&
+               AnalyseBoneTable(reader) && AnalyseLightmapList(reader, version);
+    }
+    return AnalyseTextureList(reader, version) && AnalyseReflectionProbe(reader, version) &&
+           AnalyseLightmapList(reader, version);
 }
 
 } // namespace zek

@@ -46,6 +46,15 @@ public:
     /// where to look for variants. On false the flags are as they were, but the marker may be set.
     bool OverwriteImage(std::vector<unsigned char>& image, const std::string& path);
 
+    /// Walks the file's start: magic, version and what stands before the first section. From
+    /// version 21 on it sets the processed marker, so the reader's range must be writable memory.
+    /// Fails on anything but a ZEK file of version 7 or later.
+    bool AnalyseHeader(fileimage::CFileImageAnalyser& reader, int& version);
+
+    /// Walks all sections in the order that the version prescribes. What follows the last one is
+    /// not read.
+    bool AnalyseSections(fileimage::CFileImageAnalyser& reader, int version);
+
     bool AnalyseNodeList(fileimage::CFileImageAnalyser& reader, int version);
     bool AnalyseNode(fileimage::CFileImageAnalyser& reader, int version);
 

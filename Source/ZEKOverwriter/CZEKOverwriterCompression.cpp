@@ -40,8 +40,7 @@ void SetFlag(const unsigned char* slot, bool isPresent, int& count)
 {
     if (slot == nullptr)
         return;
-    // The overwriter has the image for writing; only its reader hands out const addresses.
-    *const_cast<unsigned char*>(slot) = isPresent ? 1 : 0;
+    SetImageByte(slot, isPresent ? 1 : 0);
     count += isPresent ? 1 : 0;
 }
 

@@ -65,6 +65,13 @@ inline bool ReadFlagQuad(fileimage::CFileImageAnalyser& reader, FlagQuad& flags)
     return true;
 }
 
+/// Changes a byte of the file image that a walker's reader pointed out. The reader hands out const
+/// addresses only; the overwriter owns the image and is the only one to write to it.
+inline void SetImageByte(const unsigned char* address, unsigned char value)
+{
+    *const_cast<unsigned char*>(address) = value;
+}
+
 /// Tells whether count values of a size in bytes can be read.
 ///
 /// The format demands the product as a 32-bit int, wrapped, so that some counts below zero fail.

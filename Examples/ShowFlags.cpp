@@ -1,0 +1,112 @@
+// Prints the compression flags of a model, or those of two states of it side by side:
+//
+//     ShowFlags MODEL
+//     ShowFlags BEFORE AFTER
+//
+// A row an item; texture 007 is the eighth of the texture list.
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "Independent/FileImage/CFileImageAnalyser.h"
+#include "Specific/FileSystem/CFile.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
+
+namespace
+{
+
+/// A model's file image and the places of its flags, which are addresses in that image.
+struct SFlaggedModel
+{
+    std::vector<unsigned char> image;
+    zek::CZEKOverwriter sections;
+};
+
+bool Read(SFlaggedModel& model, const char* path)
+{
+    if (!filesystem::CFile::ReadImage(model.image, path))
+        return false;
+    const unsigned char* begin = model.image.data();
+    fileimage::CFileImageAnalyser reader(begin, begin + model.image.size());
+    int version;
+    return model.sections.AnalyseHeader(reader, version) &&
+           model.sections.AnalyseSections(reader, version);
+}
+
+bool IsSameItems(const zek::CZEKOverwriter& before, const zek::CZEKOverwriter& after)
+{
+    return before.GetTextureFlagQuadList().size() == after.GetTextureFlagQuadList().size() &&
+           before.GetProbeFlagQuadList().size() == after.GetProbeFlagQuadList().size() &&
+           before.GetLightmapFlagQuadList().size() == after.GetLightmapFlagQuadList().size();
+}
+
+/// Prints a row for each item of a kind. Textures have no names and are shown by index.
+void PrintRows(
+    const char* kind,
+    const std::vector<std::string>& names,
+    const std::vector<zek::FlagQuad>& before,
+    const std::vector<zek::FlagQuad>& after,
+    bool isCompared)
+{
+    for (std::size_t i = 0; i < before.size(); ++i)
+    {
+        char index[24];
+        std::snprintf(index, sizeof(index), "%03zu", i);
+        const std::string item = std::string(kind) + " " + (i < names.size() ? names[i] : index);
+        std::printf("%-24s", item.c_str());
+        for (std::size_t family = 0; family < before[i].size(); ++family)
+        {
+            if (isCompared)
+                std::printf("  %d -> %d", *before[i][family], *after[i][family]);
+            else
+                std::printf("  %-6d", *before[i][family]);
+        }
+        std::printf("\n");
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    if (argc != 2 && argc != 3)
+    {
+        std::fprintf(stderr, "usage: ShowFlags MODEL\n       ShowFlags BEFORE AFTER\n");
+        return 1;
+    }
+
+    std::vector<SFlaggedModel> models(static_cast<std::size_t>(argc - 1));
+    for (std::size_t i = 0; i < models.size(); ++i)
+    {
+        if (!Read(models[i], argv[i + 1]))
+        {
+            std::fprintf(
+                stderr, "ShowFlags: %s is not a ZEK model of version 7 or later\n", argv[i + 1]);
+            return 1;
+        }
+    }
+
+    const zek::CZEKOverwriter& before = models.front().sections;
+    const zek::CZEKOverwriter& after = models.back().sections;
+    const bool isCompared = argc == 3;
+    if (!IsSameItems(before, after))
+    {
+        std::fprintf(stderr, "ShowFlags: the two files are not states of one model\n");
+        return 1;
+    }
+
+    std::printf("%-24s", "item");
+    for (const char* family : {"PVRTC", "ETC", "ASTC", "DXT"})
+        std::printf("  %-6s", family);
+    std::printf("\n");
+    PrintRows(
+        "texture", {}, before.GetTextureFlagQuadList(), after.GetTextureFlagQuadList(), isCompared);
+    PrintRows(
+        "probe", before.GetProbeNameList(), before.GetProbeFlagQuadList(),
+        after.GetProbeFlagQuadList(), isCompared);
+    PrintRows(
+        "lightmap", before.GetLightmapNameList(), before.GetLightmapFlagQuadList(),
+        after.GetLightmapFlagQuadList(), isCompared);
+    return 0;
+}

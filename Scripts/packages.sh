@@ -1,0 +1,29 @@
+# Read by the other scripts, not run: installing from Debian's packages, and saying what goes on.
+
+# Prints what the script is at.
+say() { printf '\n== %s\n' "$*"; }
+
+# Installs those of the named packages that are missing, as root or through sudo. Says what it
+# installs, and nothing when all are there.
+need_packages() {
+    local package missing=()
+    for package in "$@"; do
+        if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            printf 'Missing: %s\nInstall them as root, then run this again.\n' "${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
