@@ -60,7 +60,7 @@ void PrintRows(
             if (isCompared)
                 std::printf("  %d -> %d", *before[i][family], *after[i][family]);
             else
-                std::printf("  %-6d", *before[i][family]);
+                std::printf("  %6d", *before[i][family]);
         }
         std::printf("\n");
     }
@@ -96,10 +96,7 @@ int main(int argc, char* argv[])
         return 1;
     }
 
-    std::printf("%-24s", "item");
-    for (const char* family : {"PVRTC", "ETC", "ASTC", "DXT"})
-        std::printf("  %-6s", family);
-    std::printf("\n");
+    std::printf("%-24s  %-6s  %-6s  %-6s  %s\n", "item", "PVRTC", "ETC", "ASTC", "DXT");
     PrintRows(
         "texture", {}, before.GetTextureFlagQuadList(), after.GetTextureFlagQuadList(), isCompared);
     PrintRows(

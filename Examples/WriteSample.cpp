@@ -6,6 +6,7 @@
 // reflection probes and two lightmaps, and the folders with what a compression step would have
 // left there. Contents do not matter to ZEKTexComp, so the variants hold a word of text each.
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,11 +18,11 @@
 namespace
 {
 
-// One of each is set although its variant does not exist, for ZEKTexComp to take back.
-const std::vector<unsigned char> NoFlags = {0, 0, 0, 0};
-const std::vector<unsigned char> StaleDXTFlag = {0, 0, 0, 1};
+// The second is set although its variant does not exist, for ZEKTexComp to take back.
+constexpr std::array<unsigned char, 4> NoFlags = {0, 0, 0, 0};
+constexpr std::array<unsigned char, 4> StaleDXTFlag = {0, 0, 0, 1};
 
-void AddFlags(fileimage::CFileImageMaker& model, const std::vector<unsigned char>& flags)
+void AddFlags(fileimage::CFileImageMaker& model, const std::array<unsigned char, 4>& flags)
 {
     model.AddMemoryBlock(flags.data(), static_cast<int>(flags.size()));
 }
@@ -29,7 +30,7 @@ void AddFlags(fileimage::CFileImageMaker& model, const std::vector<unsigned char
 void AddTexture(
     fileimage::CFileImageMaker& model,
     const std::string& name,
-    const std::vector<unsigned char>& flags)
+    const std::array<unsigned char, 4>& flags)
 {
     model.AddZeroTerminatedString(name);
     model.AddInt(1); // clamp

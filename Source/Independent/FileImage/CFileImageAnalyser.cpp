@@ -1,7 +1,6 @@
 #include "Independent/FileImage/CFileImageAnalyser.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace fileimage
 {
@@ -110,7 +109,7 @@ bool CFileImageAnalyser::GetTextLine(std::string& out)
         const char character = static_cast<char>(GetByteNoCheck());
         if (character == '\n')
         {
-            out = line.c_str();
+            out = line.substr(0, line.find('\0'));
             return true;
         }
         if (character != '\r')

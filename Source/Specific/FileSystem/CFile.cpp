@@ -15,6 +15,12 @@ namespace
 constexpr unsigned int LargestSize = std::numeric_limits<unsigned int>::max();
 constexpr unsigned int ReadStringChunkSize = 128;
 
+/// Returns a name up to its first zero byte.
+std::string CutAtZero(const std::string& name)
+{
+    return name.substr(0, name.find('\0'));
+}
+
 bool IsStartingWith(const std::string& text, const char* prefix)
 {
     return text.compare(0, std::strlen(prefix), prefix) == 0;
@@ -169,7 +175,7 @@ bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name
 {
     CFile file;
     std::int64_t fileSize;
-    if (!file.OpenAndMeasure(name.c_str(), fileSize))
+    if (!file.OpenAndMeasure(CutAtZero(name), fileSize))
         return false;
     if (fileSize < 0 || fileSize > LargestSize)
         return false;
@@ -184,7 +190,7 @@ bool CFile::WriteImage(const std::vector<unsigned char>& image, const std::strin
     if (image.size() > LargestSize)
         return false;
     CFile file;
-    if (!file.Create(name.c_str()))
+    if (!file.Create(CutAtZero(name)))
         return false;
     if (!image.empty() && !file.Write(image.data(), static_cast<int>(image.size())))
         return false;
