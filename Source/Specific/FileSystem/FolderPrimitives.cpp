@@ -4,7 +4,7 @@
 
 #include "Specific/FileSystem/FolderPrimitives.h"
 
-#include <fstream>
+#include <cstdio>
 
 #include "Specific/FileSystem/CFindFile.h"
 #include "Specific/FileSystem/FileSystem.h"
@@ -14,8 +14,13 @@ namespace filesystem
 
 bool CFindFile::IsExistFile(const std::string& path)
 {
-    const std::ifstream file(path);
-    return file.is_open();
+    // How std::ifstream opens a file, but without the locales that it brings along, which would
+    // be half of the program and be relocated at each start.
+    std::FILE* file = std::fopen(path.c_str(), "r");
+    if (file == nullptr)
+        return false;
+    std::fclose(file);
+    return true;
 }
 
 bool CFindFile::IsExistDir(const std::string&)

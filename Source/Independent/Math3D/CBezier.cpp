@@ -1,0 +1,42 @@
+#include "Independent/Math3D/CBezier.h"
+
+#include "Independent/Math3D/Scalar.h"
+
+#include <cmath>
+
+namespace math3d
+{
+
+namespace
+{
+
+float Factorial(int n)
+{
+    int product = 1;
+    for (int factor = 1; factor <= n; ++factor)
+    {
+        product = WrappingMultiply(product, factor);
+    }
+    return static_cast<float>(product);
+}
+
+} // namespace
+
+float CBezier::Bernstein(int i, int n, float t)
+{
+    const float coefficient = Factorial(n) / (Factorial(i) * Factorial(n - i));
+    return coefficient * std::pow(t, static_cast<float>(i)) *
+           std::pow(1.0f - t, static_cast<float>(n - i));
+}
+
+S2D CBezier::CalcBezier(const std::array<S2D, 4>& points, float t)
+{
+    S2D sum;
+    for (int i = 0; i <= 3; ++i)
+    {
+        sum += points[static_cast<std::size_t>(i)] * Bernstein(i, 3, t);
+    }
+    return sum;
+}
+
+} // namespace math3d

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Independent/Math3D/S2D.h"
+
+#include <array>
+
+namespace math3d
+{
+
+/// Evaluates cubic Bezier curves.
+class CBezier
+{
+public:
+    /// Virtual, so that other types may derive from this one.
+    virtual ~CBezier() = default;
+
+    /// The Bernstein polynomial B(i, n) at t: n! / (i! * (n - i)!) * t^i * (1 - t)^(n - i). Exact
+    /// factorials end at n = 12: they are formed in 32 bits and wrap around beyond. The factorial
+    /// of a negative number counts as 1.
+    static float Bernstein(int i, int n, float t);
+
+    /// The point of the cubic Bezier curve with four control points at t: the first point at 0, the
+    /// last at 1. t is not clamped.
+    static S2D CalcBezier(const std::array<S2D, 4>& points, float t);
+};
+
+} // namespace math3d

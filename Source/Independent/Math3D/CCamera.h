@@ -1,0 +1,86 @@
+#pragma once
+
+#include "Independent/Math3D/S3D.h"
+#include "Independent/Math3D/SMatrix.h"
+#include "Independent/Math3D/SQuaternion.h"
+
+namespace math3d
+{
+
+/// A viewer's position and orientation. In its own space the camera looks along +z, with +y up and
+/// +x to the right; its rotation takes that space into the world.
+class CCamera
+{
+public:
+    /// At (0, 0, 0), looking along +z.
+    CCamera() = default;
+
+    /// Virtual, so that other types may derive from this one.
+    virtual ~CCamera() = default;
+
+    /// Moves the camera to (x, y, z).
+    void SetPos(float x, float y, float z) { m_Pos = S3D(x, y, z); }
+
+    /// Moves the camera to a position.
+    void SetPos(const S3D& pos) { m_Pos = pos; }
+
+    /// The position.
+    S3D GetPos() const { return m_Pos; }
+
+    /// The position's x.
+    float GetX() const { return m_Pos.x; }
+
+    /// The position's y.
+    float GetY() const { return m_Pos.y; }
+
+    /// The position's z.
+    float GetZ() const { return m_Pos.z; }
+
+    /// Assigns the rotation from camera to world space, a unit quaternion.
+    void SetRotate(const SQuaternion& rotate) { m_Rotate = rotate; }
+
+    /// The rotation from camera to world space.
+    SQuaternion GetQuaternion() const { return m_Rotate; }
+
+    /// Turns back to look along +z.
+    void ResetRotate() { m_Rotate = SQuaternion(); }
+
+    /// Turns by an angle in degrees about the world's Y axis (heading).
+    void AddAngle(float degrees);
+
+    /// Turns by an angle in degrees about the camera's own X axis (pitch).
+    void AddAngleP(float degrees);
+
+    /// Moves by a distance along the direction of view.
+    void AddForward(float distance) { m_Pos += S3D(0.0f, 0.0f, distance) * GetRotInvMatrix(); }
+
+    /// Moves by a distance along the world's Y axis.
+    void AddY(float distance) { m_Pos.y += distance; }
+
+    /// The rotation from camera to world space.
+    SMatrix GetRotInvMatrix() const { return m_Rotate.GetMatrix(); }
+
+    /// The rotation from world to camera space.
+    SMatrix GetRotMatrix() const { return m_Rotate.GetInverse().GetMatrix(); }
+
+    /// The view matrix: from world to camera space.
+    SMatrix GetMatrix() const { return SMatrix::CreateMove(-m_Pos) * GetRotMatrix(); }
+
+    /// The inverse of the view matrix: from camera to world space.
+    SMatrix GetInvMatrix() const { return GetRotInvMatrix() * SMatrix::CreateMove(m_Pos); }
+
+    /// The unit direction of view in world space.
+    S3D GetViewVec() const { return S3D(0.0f, 0.0f, 1.0f) * GetRotInvMatrix(); }
+
+    /// The unit direction upward in world space.
+    S3D GetViewUpVec() const { return S3D(0.0f, 1.0f, 0.0f) * GetRotInvMatrix(); }
+
+    /// The unit direction to the right in world space.
+    S3D GetViewRightVec() const { return S3D(1.0f, 0.0f, 0.0f) * GetRotInvMatrix(); }
+
+private:
+    S3D m_Pos;
+    SQuaternion m_Rotate;
+};
+
+} // namespace math3d

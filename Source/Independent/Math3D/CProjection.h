@@ -1,0 +1,96 @@
+#pragma once
+
+#include "Independent/Math3D/CCamera.h"
+#include "Independent/Math3D/S3D.h"
+#include "Independent/Math3D/SMatrix.h"
+#include "Independent/Math3D/SPlane.h"
+
+#include <vector>
+
+namespace math3d
+{
+
+/// The projection from view space (the camera looks along +z) to clip space with a depth of 0 to 1,
+/// and the view frustum that belongs to it.
+class CProjection
+{
+public:
+    /// The identity matrix, sizes and distances 0 and no frustum normals: of no use before Set.
+    CProjection() = default;
+
+    /// Virtual, so that other types may derive from this one.
+    virtual ~CProjection() = default;
+
+    /// Keeps the screen size in pixels, the clip distances and the field of view in degrees, and
+    /// builds the matrix and the frustum's normals from them.
+    ///
+    /// deg above 0 is the horizontal field of view of a perspective, below 180. On a screen higher
+    /// than wide it is first scaled by width / height. With t = tan(deg / 2): m00 = 1 / t,
+    /// m11 = width / (t * height), m22 = far / (far - near), m23 = 1, m32 = -far * near /
+    /// (far - near), all else 0.
+    ///
+    /// deg of 0 or below selects an orthographic form with the scale -deg: m00 = -deg,
+    /// m11 = -deg * width / height, m22 = 1 / (far - near), m33 = 1, all else 0. The depth there
+    /// does not start at near: near is not subtracted.
+    ///
+    /// Equal clip distances, and a width or height of 0, give infinite or NaN elements.
+    void Set(int width, int height, float near, float far, float deg);
+
+    /// Set with a new screen size in pixels and the distances and field of view kept.
+    void Resize(int width, int height) { Set(width, height, m_Near, m_Far, m_Deg); }
+
+    /// The screen's width in pixels.
+    int GetWidth() const { return m_Width; }
+
+    /// The screen's height in pixels.
+    int GetHeight() const { return m_Height; }
+
+    /// The near clip distance.
+    float GetNear() const { return m_Near; }
+
+    /// The far clip distance.
+    float GetFar() const { return m_Far; }
+
+    /// The field of view in degrees as it was set; 0 or below for the orthographic form.
+    float GetDeg() const { return m_Deg; }
+
+    /// The projection matrix.
+    const SMatrix& GetMatrix() const { return m_Matrix; }
+
+    /// The unit normals of the frustum's six planes in view space, pointing out of the frustum:
+    /// left, right, top, bottom, near, far. Empty before the first Set.
+    const std::vector<S3D>& GetNormalList() const { return m_NormalList; }
+
+    /// The view-space point of the near plane under a pixel, by the scales of a perspective matrix.
+    /// Pixel (0, 0) is the top-left corner of the screen, (width, height) the bottom-right one.
+    S3D GetPosOnNearPlane(int x, int y) const;
+
+    /// The frustum's six planes in world space, as seen by the camera, in the order of
+    /// GetNormalList. A point in the frustum is on the negative side of all six. The side planes
+    /// meet at the camera, in the orthographic form too. Empty before the first Set.
+    std::vector<SPlane> CalcViewFrustumPlaneList(const CCamera& camera) const;
+
+    /// The off-centre perspective matrix of a field of view that differs per side, such as a
+    /// head-mounted display's. left, right, top and bottom are angles in degrees between the
+    /// direction of view and that side's edge, each positive outward (a negative one puts the edge
+    /// beyond the middle) and above -90, below 90; then the clip distances. With l, r, t, b the
+    /// tangents: m00 = 2 / (l + r), m11 = 2 / (t + b), m20 = (l - r) / (l + r),
+    /// m21 = (b - t) / (t + b), and m22, m23 and m32 as in Set. Four equal angles give the matrix
+    /// that Set builds for twice the angle on a square screen. Sides that coincide give infinite or
+    /// NaN elements.
+    static SMatrix
+    CalcFOVMatrix(float left, float right, float top, float bottom, float near, float far);
+
+private:
+    void BuildNormalList();
+
+    SMatrix m_Matrix;
+    int m_Width = 0;
+    int m_Height = 0;
+    float m_Near = 0.0f;
+    float m_Far = 0.0f;
+    float m_Deg = 0.0f;
+    std::vector<S3D> m_NormalList;
+};
+
+} // namespace math3d

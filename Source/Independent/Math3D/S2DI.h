@@ -1,0 +1,99 @@
+#pragma once
+
+#include "Independent/Math3D/S2D.h"
+#include "Independent/Math3D/Scalar.h"
+
+#include <cmath>
+
+namespace math3d
+{
+
+/// A point or size of two 32-bit ints. Results that do not fit into 32 bits wrap around.
+struct S2DI
+{
+    int x = 0;
+    int y = 0;
+
+    /// (0, 0).
+    S2DI() = default;
+
+    /// (newX, newY).
+    S2DI(int newX, int newY) : x(newX), y(newY) {}
+
+    /// Copies both components.
+    S2DI(const S2DI& other) = default;
+
+    /// Copies both components.
+    S2DI& operator=(const S2DI& other) = default;
+
+    /// Virtual, so that other types may derive from this one.
+    virtual ~S2DI() = default;
+
+    /// The sum, component by component.
+    S2DI operator+(const S2DI& other) const
+    {
+        return S2DI(WrappingAdd(x, other.x), WrappingAdd(y, other.y));
+    }
+
+    /// The difference, component by component.
+    S2DI operator-(const S2DI& other) const
+    {
+        return S2DI(WrappingSubtract(x, other.x), WrappingSubtract(y, other.y));
+    }
+
+    /// Each component times the factor.
+    S2DI operator*(int factor) const
+    {
+        return S2DI(WrappingMultiply(x, factor), WrappingMultiply(y, factor));
+    }
+
+    /// Each component divided by the divisor and truncated toward zero. A divisor of 0 is the
+    /// caller's error: it is not checked and may end the program. The smallest int divided by -1
+    /// wraps around to itself.
+    S2DI operator/(int divisor) const
+    {
+        return S2DI(WrappingDivide(x, divisor), WrappingDivide(y, divisor));
+    }
+
+    /// Each component converted to float, divided, and truncated toward zero. A quotient beyond the
+    /// range of int becomes the nearest int, NaN (0 divided by 0) becomes 0.
+    S2DI operator/(float divisor) const
+    {
+        return S2DI(
+            TruncateToInt(static_cast<float>(x) / divisor),
+            TruncateToInt(static_cast<float>(y) / divisor));
+    }
+
+    /// Adds component by component.
+    S2DI& operator+=(const S2DI& other) { return *this = *this + other; }
+
+    /// True when both components are equal.
+    bool operator==(const S2DI& other) const { return x == other.x && y == other.y; }
+
+    /// True when any component differs.
+    bool operator!=(const S2DI& other) const { return !(*this == other); }
+
+    /// Both components converted to float; above 2^24 the nearest float.
+    S2D GetS2D() const { return S2D(static_cast<float>(x), static_cast<float>(y)); }
+
+    /// Assigns both components.
+    void Set(int newX, int newY) { *this = S2DI(newX, newY); }
+
+    /// The Euclidean distance of two points. dx * dx + dy * dy is summed up in 32-bit ints, so the
+    /// result is right up to a distance of 46340; beyond, the sum wraps around (NaN when it comes
+    /// out negative).
+    static float Distance(const S2DI& a, const S2DI& b)
+    {
+        const S2DI difference = a - b;
+        return std::sqrt(static_cast<float>(WrappingAdd(
+            WrappingMultiply(difference.x, difference.x),
+            WrappingMultiply(difference.y, difference.y))));
+    }
+};
+
+} // namespace math3d
+
+inline math3d::S2DI S2D::GetS2DI() const
+{
+    return math3d::S2DI(math3d::TruncateToInt(x), math3d::TruncateToInt(y));
+}

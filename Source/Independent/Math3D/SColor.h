@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+
+/// A colour of four float channels with the nominal range 0 to 1; nothing clamps them before they
+/// are packed. Comparisons are exact, and every operation treats alpha like the other channels.
+struct SColor
+{
+    float r = 0.0f;
+    float g = 0.0f;
+    float b = 0.0f;
+    float a = 1.0f;
+
+    static const SColor Black; ///< (0, 0, 0, 1)
+    static const SColor White; ///< (1, 1, 1, 1)
+    static const SColor Zero;  ///< (0, 0, 0, 0)
+
+    /// Opaque black: (0, 0, 0, 1).
+    constexpr SColor() = default;
+
+    /// (newR, newG, newB, newA).
+    constexpr SColor(float newR, float newG, float newB, float newA)
+        : r(newR)
+        , g(newG)
+        , b(newB)
+        , a(newA)
+    {
+    }
+
+    /// True when all four channels are equal.
+    constexpr bool operator==(const SColor& other) const
+    {
+        return r == other.r && g == other.g && b == other.b && a == other.a;
+    }
+
+    /// True when any channel differs.
+    constexpr bool operator!=(const SColor& other) const { return !(*this == other); }
+
+    /// Assigns all four channels.
+    void Set(float newR, float newG, float newB, float newA)
+    {
+        *this = SColor(newR, newG, newB, newA);
+    }
+
+    /// The sum, channel by channel.
+    constexpr SColor operator+(const SColor& other) const
+    {
+        return SColor(r + other.r, g + other.g, b + other.b, a + other.a);
+    }
+
+    /// The difference, channel by channel.
+    constexpr SColor operator-(const SColor& other) const
+    {
+        return SColor(r - other.r, g - other.g, b - other.b, a - other.a);
+    }
+
+    /// The product, channel by channel (modulation).
+    constexpr SColor operator*(const SColor& other) const
+    {
+        return SColor(r * other.r, g * other.g, b * other.b, a * other.a);
+    }
+
+    /// Each channel times the factor.
+    constexpr SColor operator*(float factor) const
+    {
+        return SColor(r * factor, g * factor, b * factor, a * factor);
+    }
+
+    /// Each channel divided by the divisor. A divisor of 0 gives infinities or NaN.
+    constexpr SColor operator/(float divisor) const
+    {
+        return SColor(r / divisor, g / divisor, b / divisor, a / divisor);
+    }
+
+    /// Multiplies channel by channel.
+    SColor& operator*=(const SColor& other) { return *this = *this * other; }
+
+    /// The colour packed as A << 24 | R << 16 | G << 8 | B. A channel c becomes the byte c * 255
+    /// truncated toward zero and clamped to 0..255; NaN becomes 0.
+    std::uint32_t GetDWORD() const;
+
+    /// The colour packed as A << 24 | B << 16 | G << 8 | R, which stored little-endian gives the
+    /// bytes R, G, B, A. The channels become bytes as in GetDWORD.
+    std::uint32_t GetRGBA() const;
+
+    /// Linear interpolation a + (b - a) * t, channel by channel. t is not clamped.
+    static constexpr SColor Lerp(const SColor& a, const SColor& b, float t)
+    {
+        return a + (b - a) * t;
+    }
+};

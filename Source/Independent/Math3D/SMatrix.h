@@ -1,0 +1,438 @@
+#pragma once
+
+#include "Independent/Math3D/S3D.h"
+#include "Independent/Math3D/S4D.h"
+#include "Independent/Math3D/SQuaternion.h"
+
+#include <cmath>
+
+/// A 4x4 matrix of floats for affine and projective transforms.
+///
+/// The conventions of the whole library:
+/// - Vectors are rows, written on the left: a point is (x, y, z, 1) * M.
+/// - A * B applies A first and B second. Scale, rotation and position combine as S * R * T.
+/// - m[row][column], stored row by row. Row 3 holds the translation; rows 0, 1 and 2 hold the
+///   images of the X, Y and Z axis, that is rotation and scale.
+/// - The axes are left-handed: X right, Y up, Z forward.
+/// - Heading H turns about Y, pitch P about X, bank B about Z. By 90 degrees heading takes +Z to
+///   +X, pitch +Y to +Z, bank +X to +Y.
+///
+/// A point turned by 90 degrees of heading, then moved up by 2:
+///
+///     const SMatrix world = SMatrix::CreateRotH(90.0f) * SMatrix::CreateMove(S3D(0, 2, 0));
+///     const S3D moved = S3D(0, 0, 1) * world; // about (1, 2, 0)
+struct SMatrix
+{
+    float m[4][4];
+
+    /// The identity.
+    SMatrix() { Identity(); }
+
+    /// Leaves all elements uninitialised, whatever the argument: for results filled at once.
+    explicit SMatrix(int) {}
+
+    /// Copies 16 floats, row by row.
+    explicit SMatrix(const float* elements)
+    {
+        for (int row = 0; row < 4; ++row)
+        {
+            for (int column = 0; column < 4; ++column)
+            {
+                m[row][column] = elements[4 * row + column];
+            }
+        }
+    }
+
+    /// The 16 elements, row by row.
+    SMatrix(
+        float m00,
+        float m01,
+        float m02,
+        float m03,
+        float m10,
+        float m11,
+        float m12,
+        float m13,
+        float m20,
+        float m21,
+        float m22,
+        float m23,
+        float m30,
+        float m31,
+        float m32,
+        float m33)
+        : m{{m00, m01, m02, m03}, {m10, m11, m12, m13}, {m20, m21, m22, m23}, {m30, m31, m32, m33}}
+    {
+    }
+
+    /// Assigns the 16 elements, row by row.
+    void
+    Set(float m00,
+        float m01,
+        float m02,
+        float m03,
+        float m10,
+        float m11,
+        float m12,
+        float m13,
+        float m20,
+        float m21,
+        float m22,
+        float m23,
+        float m30,
+        float m31,
+        float m32,
+        float m33)
+    {
+        *this =
+            SMatrix(m00, m01, m02, m03, m10, m11, m12, m13, m20, m21, m22, m23, m30, m31, m32, m33);
+    }
+
+    /// True when all 16 elements are equal (exact comparison).
+    bool operator==(const SMatrix& other) const
+    {
+        for (int row = 0; row < 4; ++row)
+        {
+            for (int column = 0; column < 4; ++column)
+            {
+                if (m[row][column] != other.m[row][column])
+                {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+
+    /// True when any element differs (exact comparison).
+    bool operator!=(const SMatrix& other) const { return !(*this == other); }
+
+    /// Becomes this * other: this transform first, then the other.
+    SMatrix& operator*=(const SMatrix& other);
+
+    /// Becomes this * other: this transform first, then the other.
+    void MulMatrix(const SMatrix& other) { *this *= other; }
+
+    /// Sets the identity.
+    void Identity()
+    {
+        Set(1.0f, 0.0f, 0.0f, 0.0f, //
+            0.0f, 1.0f, 0.0f, 0.0f, //
+            0.0f, 0.0f, 1.0f, 0.0f, //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// Transposes in place: rows become columns.
+    void Trans()
+    {
+        Set(m[0][0], m[1][0], m[2][0], m[3][0], //
+            m[0][1], m[1][1], m[2][1], m[3][1], //
+            m[0][2], m[1][2], m[2][2], m[3][2], //
+            m[0][3], m[1][3], m[2][3], m[3][3]);
+    }
+
+    /// Becomes GetInverse().
+    void Inverse() { *this = GetInverse(); }
+
+    /// The inverse: the adjugate (the transposed matrix of cofactors) times 1 / determinant. A
+    /// singular matrix is not detected; its result has infinite or NaN elements.
+    SMatrix GetInverse() const;
+
+    /// The determinant a * d - c * b of the matrix ((a, b), (c, d)).
+    static constexpr float det2x2(float a, float b, float c, float d) { return a * d - c * b; }
+
+    /// The determinant of the matrix ((a1, a2, a3), (b1, b2, b3), (c1, c2, c3)), expanded along its
+    /// first column.
+    static constexpr float
+    det3x3(float a1, float a2, float a3, float b1, float b2, float b3, float c1, float c2, float c3)
+    {
+        return a1 * det2x2(b2, b3, c2, c3) - b1 * det2x2(a2, a3, c2, c3) +
+               c1 * det2x2(a2, a3, b2, b3);
+    }
+
+    /// The translation: the first three elements of row 3.
+    S3D GetMove() const { return S3D(m[3][0], m[3][1], m[3][2]); }
+
+    /// The image of the X axis: the first three elements of row 0.
+    S3D GetXVector() const { return S3D(m[0][0], m[0][1], m[0][2]); }
+
+    /// The image of the Y axis: the first three elements of row 1.
+    S3D GetYVector() const { return S3D(m[1][0], m[1][1], m[1][2]); }
+
+    /// The image of the Z axis: the first three elements of row 2.
+    S3D GetZVector() const { return S3D(m[2][0], m[2][1], m[2][2]); }
+
+    /// The whole row 0.
+    S4D GetXVector4() const { return S4D(m[0][0], m[0][1], m[0][2], m[0][3]); }
+
+    /// The whole row 1.
+    S4D GetYVector4() const { return S4D(m[1][0], m[1][1], m[1][2], m[1][3]); }
+
+    /// The whole row 2.
+    S4D GetZVector4() const { return S4D(m[2][0], m[2][1], m[2][2], m[2][3]); }
+
+    /// The scale along X: the length of GetXVector(), never negative.
+    float GetScaleX() const { return GetXVector().Length(); }
+
+    /// The translation by a vector.
+    static SMatrix CreateMove(const S3D& translation)
+    {
+        return SMatrix(
+            1.0f, 0.0f, 0.0f, 0.0f, //
+            0.0f, 1.0f, 0.0f, 0.0f, //
+            0.0f, 0.0f, 1.0f, 0.0f, //
+            translation.x, translation.y, translation.z, 1.0f);
+    }
+
+    /// The scale by a factor per axis.
+    static SMatrix CreateScale(const S3D& scale)
+    {
+        return SMatrix(
+            scale.x, 0.0f, 0.0f, 0.0f, //
+            0.0f, scale.y, 0.0f, 0.0f, //
+            0.0f, 0.0f, scale.z, 0.0f, //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// Overwrites the whole matrix with the heading (a rotation about Y) of an angle in radians.
+    void SetRotHRad(float radians)
+    {
+        const float c = std::cos(radians);
+        const float s = std::sin(radians);
+        Set(c, 0.0f, -s, 0.0f,      //
+            0.0f, 1.0f, 0.0f, 0.0f, //
+            s, 0.0f, c, 0.0f,       //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// Overwrites the whole matrix with the pitch (a rotation about X) of an angle in radians.
+    void SetRotPRad(float radians)
+    {
+        const float c = std::cos(radians);
+        const float s = std::sin(radians);
+        Set(1.0f, 0.0f, 0.0f, 0.0f, //
+            0.0f, c, s, 0.0f,       //
+            0.0f, -s, c, 0.0f,      //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// Overwrites the whole matrix with the bank (a rotation about Z) of an angle in radians.
+    void SetRotBRad(float radians)
+    {
+        const float c = std::cos(radians);
+        const float s = std::sin(radians);
+        Set(c, s, 0.0f, 0.0f,       //
+            -s, c, 0.0f, 0.0f,      //
+            0.0f, 0.0f, 1.0f, 0.0f, //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// As SetRotHRad with an angle in degrees.
+    void SetRotH(float degrees) { SetRotHRad(math3d::DegToRad(degrees)); }
+
+    /// As SetRotPRad with an angle in degrees.
+    void SetRotP(float degrees) { SetRotPRad(math3d::DegToRad(degrees)); }
+
+    /// As SetRotBRad with an angle in degrees.
+    void SetRotB(float degrees) { SetRotBRad(math3d::DegToRad(degrees)); }
+
+    /// The heading (a rotation about Y) of an angle in degrees.
+    static SMatrix CreateRotH(float degrees) { return CreateRotHRad(math3d::DegToRad(degrees)); }
+
+    /// The pitch (a rotation about X) of an angle in degrees.
+    static SMatrix CreateRotP(float degrees) { return CreateRotPRad(math3d::DegToRad(degrees)); }
+
+    /// The bank (a rotation about Z) of an angle in degrees.
+    static SMatrix CreateRotB(float degrees) { return CreateRotBRad(math3d::DegToRad(degrees)); }
+
+    /// The heading (a rotation about Y) of an angle in radians.
+    static SMatrix CreateRotHRad(float radians)
+    {
+        SMatrix rotation(0);
+        rotation.SetRotHRad(radians);
+        return rotation;
+    }
+
+    /// The pitch (a rotation about X) of an angle in radians.
+    static SMatrix CreateRotPRad(float radians)
+    {
+        SMatrix rotation(0);
+        rotation.SetRotPRad(radians);
+        return rotation;
+    }
+
+    /// The bank (a rotation about Z) of an angle in radians.
+    static SMatrix CreateRotBRad(float radians)
+    {
+        SMatrix rotation(0);
+        rotation.SetRotBRad(radians);
+        return rotation;
+    }
+
+    /// The rotation about an axis through the origin by an angle in radians (Rodrigues' formula).
+    /// The axis must have length 1; it is not normalised here.
+    static SMatrix CreateRotAxis(const S3D& axis, float radians);
+
+    /// The look-at matrix of a viewer at eye who looks at another point, with up (of any length)
+    /// upward: rows 0, 1 and 2 are the viewer's unit axes x (right), y (up) and z (forward), row 3
+    /// is (-x.eye, -y.eye, -z.eye, 1).
+    ///
+    /// The axes stand in the rows, so the rotation part is the transpose of the one that takes the
+    /// world into view space with row vectors; only the translation is that of a view matrix.
+    /// math3d::CCamera::GetMatrix gives a true view matrix. When eye and at are equal, or up is
+    /// parallel to the view, the axes that cannot be formed are zero.
+    static SMatrix CreateLookAt(const S3D& eye, const S3D& at, const S3D& up);
+
+    /// The matrix of three axes in the rows 0, 1 and 2, without translation.
+    static SMatrix CreateXYZVector(const S3D& x, const S3D& y, const S3D& z)
+    {
+        return SMatrix(
+            x.x, x.y, x.z, 0.0f, //
+            y.x, y.y, y.z, 0.0f, //
+            z.x, z.y, z.z, 0.0f, //
+            0.0f, 0.0f, 0.0f, 1.0f);
+    }
+
+    /// The rotation part as a quaternion, the inverse of SQuaternion::GetMatrix up to the sign of
+    /// the whole. The upper-left 3x3 must be orthonormal (no scale) and m33 1; the result is not
+    /// normalised.
+    SQuaternion GetQuaternion() const;
+
+    /// Angles (x, y, z) in radians that make P(x) * H(y) * B(z) the rotation part of this matrix;
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; y is NaN when rounding took
+    /// m02 beyond -1..1.
+    ///
+    /// Where y is 90 degrees exactly (m02 = -1), x is 0 and z alone gives the rotation back. Where
+    /// y is -90 degrees exactly (m02 = 1), x is 0 too, but z is that of a matrix with m11 negated:
+    /// the angles do not give the rotation back. Close to either pole x and z come from elements
+    /// that are mostly rounding error, and neither need the angles give the rotation back there.
+    S3D GetEulerRadXYZ() const;
+
+    /// Angles (x, y, z) in radians that make H(y) * P(x) * B(z) the rotation part of this matrix;
+    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m12 beyond -1..1 by
+    /// rounding counts as -1 or 1. Where x is 90 or -90 degrees exactly, z is 0. The angles give
+    /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
+    S3D GetEulerRadYXZ() const;
+
+    /// Angles (x, y, z) in radians that make B(z) * P(x) * H(y) the rotation part of this matrix;
+    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m21 beyond -1..1 by
+    /// rounding counts as -1 or 1. Where x is 90 or -90 degrees exactly, z is 0. The angles give
+    /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
+    S3D GetEulerRadZXY() const;
+
+    /// Angles (x, y, z) in radians that make B(z) * H(y) * P(x) the rotation part of this matrix;
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; y is NaN when rounding took
+    /// m20 beyond -1..1. There is no special case at the poles: where y is near 90 or -90 degrees,
+    /// x and z come from elements that are mostly rounding error, and the angles need not give the
+    /// rotation back.
+    S3D GetEulerRadZYX() const;
+
+    /// A copy with m02, m12, m20, m21 and m32 negated and all else unchanged. For an affine matrix
+    /// this is F * M * F with F = diag(1, 1, -1, 1): the same transform under OpenGL's right-handed
+    /// axes.
+    SMatrix GetOpenGLMatrix() const;
+};
+
+/// The product: the transform a first, then b. Each element is
+/// a[i][0] * b[0][j] + a[i][1] * b[1][j] + a[i][2] * b[2][j] + a[i][3] * b[3][j], summed in this
+/// order.
+inline SMatrix operator*(const SMatrix& a, const SMatrix& b)
+{
+    // Columns outside: with g++ and clang faster at -O2 than rows outside, and the same at -O3.
+    SMatrix product(0);
+    for (int column = 0; column < 4; ++column)
+    {
+        for (int row = 0; row < 4; ++row)
+        {
+            product.m[row][column] = a.m[row][0] * b.m[0][column] + a.m[row][1] * b.m[1][column] +
+                                     a.m[row][2] * b.m[2][column] + a.m[row][3] * b.m[3][column];
+        }
+    }
+    return product;
+}
+
+inline SMatrix& SMatrix::operator*=(const SMatrix& other)
+{
+    return *this = *this * other;
+}
+
+inline SMatrix SMatrix::GetInverse() const
+{
+    // The determinant of three rows and three columns. Each use names the row that is expanded
+    // first and leaves rows 2 and 3, or 0 and 1, for the 2x2 determinants: the sixteen minors share
+    // twelve of those. The rotated order of the rows is an even permutation, so no sign changes.
+    const auto minor = [this](int row0, int row1, int row2, int i, int j, int k)
+    {
+        return det3x3(
+            m[row0][i], m[row1][i], m[row2][i], //
+            m[row0][j], m[row1][j], m[row2][j], //
+            m[row0][k], m[row1][k], m[row2][k]);
+    };
+    SMatrix inverse(
+        minor(1, 2, 3, 1, 2, 3), -minor(0, 2, 3, 1, 2, 3), //
+        minor(3, 0, 1, 1, 2, 3), -minor(2, 0, 1, 1, 2, 3), //
+        -minor(1, 2, 3, 0, 2, 3), minor(0, 2, 3, 0, 2, 3), //
+        -minor(3, 0, 1, 0, 2, 3), minor(2, 0, 1, 0, 2, 3), //
+        minor(1, 2, 3, 0, 1, 3), -minor(0, 2, 3, 0, 1, 3), //
+        minor(3, 0, 1, 0, 1, 3), -minor(2, 0, 1, 0, 1, 3), //
+        -minor(1, 2, 3, 0, 1, 2), minor(0, 2, 3, 0, 1, 2), //
+        -minor(3, 0, 1, 0, 1, 2), minor(2, 0, 1, 0, 1, 2));
+
+    const float determinant = m[0][0] * inverse.m[0][0] + m[0][1] * inverse.m[1][0] +
+                              m[0][2] * inverse.m[2][0] + m[0][3] * inverse.m[3][0];
+    const float reciprocal = 1.0f / determinant;
+    for (float(&row)[4] : inverse.m)
+    {
+        for (float& element : row)
+        {
+            element *= reciprocal;
+        }
+    }
+    return inverse;
+}
+
+// The members of the vectors and of the quaternion that need the matrix.
+
+inline S4D S4D::operator*(const SMatrix& matrix) const
+{
+    const float(&m)[4][4] = matrix.m;
+    return S4D(
+        x * m[0][0] + y * m[1][0] + z * m[2][0] + w * m[3][0],
+        x * m[0][1] + y * m[1][1] + z * m[2][1] + w * m[3][1],
+        x * m[0][2] + y * m[1][2] + z * m[2][2] + w * m[3][2],
+        x * m[0][3] + y * m[1][3] + z * m[2][3] + w * m[3][3]);
+}
+
+inline S3D S3D::operator*(const SMatrix& matrix) const
+{
+    const S4D product = S4D(*this) * matrix;
+    const S3D point = product.GetS3DNotDivideW();
+    return product.w != 1.0f && product.w != 0.0f ? point * (1.0f / product.w) : point;
+}
+
+inline S3D& S3D::operator*=(const SMatrix& matrix)
+{
+    const S4D product = S4D(*this) * matrix;
+    if (product.w != 0.0f)
+    {
+        *this = product.GetS3D();
+    }
+    return *this;
+}
+
+inline S3D S3D::MulMatrixRot(const SMatrix& matrix) const
+{
+    const float(&m)[4][4] = matrix.m;
+    return S3D(
+        x * m[0][0] + y * m[1][0] + z * m[2][0], x * m[0][1] + y * m[1][1] + z * m[2][1],
+        x * m[0][2] + y * m[1][2] + z * m[2][2]);
+}
+
+inline SMatrix SQuaternion::GetMatrix() const
+{
+    return SMatrix(
+        1.0f - 2.0f * (y * y + z * z), 2.0f * (x * y + w * z), 2.0f * (x * z - w * y), 0.0f,
+        2.0f * (x * y - w * z), 1.0f - 2.0f * (x * x + z * z), 2.0f * (y * z + w * x), 0.0f,
+        2.0f * (x * z + w * y), 2.0f * (y * z - w * x), 1.0f - 2.0f * (x * x + y * y), 0.0f, //
+        0.0f, 0.0f, 0.0f, 1.0f);
+}

@@ -1,0 +1,215 @@
+#pragma once
+
+#include "Independent/Math3D/S3D.h"
+
+#include <cmath>
+
+struct SMatrix;
+
+/// A rotation as a unit quaternion: the vector part (x, y, z) and the scalar w. Nothing normalises
+/// by itself. In a product a * b the rotation b is applied first and a second; the matrices
+/// multiply the other way round: (a * b).GetMatrix() is b.GetMatrix() * a.GetMatrix().
+struct SQuaternion
+{
+    float x = 0.0f;
+    float y = 0.0f;
+    float z = 0.0f;
+    float w = 1.0f;
+
+    /// The identity (0, 0, 0, 1).
+    constexpr SQuaternion() = default;
+
+    /// (newX, newY, newZ, newW).
+    constexpr SQuaternion(float newX, float newY, float newZ, float newW)
+        : x(newX)
+        , y(newY)
+        , z(newZ)
+        , w(newW)
+    {
+    }
+
+    /// The identity (0, 0, 0, 1).
+    static constexpr SQuaternion CreateIdentity() { return SQuaternion(); }
+
+    /// Sets the identity (0, 0, 0, 1).
+    void Identity() { *this = SQuaternion(); }
+
+    /// The rotation by an angle in radians about an axis: (axis * sin(radians / 2),
+    /// cos(radians / 2)). The axis must have length 1; it is not normalised here.
+    static SQuaternion CreateAxisRotation(const S3D& axis, float radians)
+    {
+        const S3D vector = axis * std::sin(radians * 0.5f);
+        return SQuaternion(vector.x, vector.y, vector.z, std::cos(radians * 0.5f));
+    }
+
+    /// The rotation about the X axis (pitch) by an angle in radians.
+    static SQuaternion CreateXRotation(float radians)
+    {
+        return SQuaternion(std::sin(radians * 0.5f), 0.0f, 0.0f, std::cos(radians * 0.5f));
+    }
+
+    /// The rotation about the Y axis (heading) by an angle in radians.
+    static SQuaternion CreateYRotation(float radians)
+    {
+        return SQuaternion(0.0f, std::sin(radians * 0.5f), 0.0f, std::cos(radians * 0.5f));
+    }
+
+    /// The rotation about the Z axis (bank) by an angle in radians.
+    static SQuaternion CreateZRotation(float radians)
+    {
+        return SQuaternion(0.0f, 0.0f, std::sin(radians * 0.5f), std::cos(radians * 0.5f));
+    }
+
+    /// The shortest rotation that turns one unit vector into another; neither is normalised here.
+    /// Exactly opposite vectors, which leave the axis open, give the identity. The closer to
+    /// opposite the vectors are, the less accurate is the result; it is NaN when rounding took
+    /// their dot product below -1.
+    static SQuaternion CreateFromToRotation(const S3D& from, const S3D& to)
+    {
+        const float s = std::sqrt(2.0f + 2.0f * S3D::DotProduct(from, to));
+        if (s == 0.0f)
+        {
+            return SQuaternion();
+        }
+        const S3D vector = S3D::CrossProduct(from, to) * (1.0f / s);
+        return SQuaternion(vector.x, vector.y, vector.z, 0.5f * s);
+    }
+
+    /// The sum, component by component.
+    constexpr SQuaternion operator+(const SQuaternion& other) const
+    {
+        return SQuaternion(x + other.x, y + other.y, z + other.z, w + other.w);
+    }
+
+    /// The difference, component by component.
+    constexpr SQuaternion operator-(const SQuaternion& other) const
+    {
+        return SQuaternion(x - other.x, y - other.y, z - other.z, w - other.w);
+    }
+
+    /// Each component times the factor.
+    constexpr SQuaternion operator*(float factor) const
+    {
+        return SQuaternion(x * factor, y * factor, z * factor, w * factor);
+    }
+
+    /// Each component divided by the divisor. A divisor of 0 gives infinities or NaN.
+    constexpr SQuaternion operator/(float divisor) const
+    {
+        return SQuaternion(x / divisor, y / divisor, z / divisor, w / divisor);
+    }
+
+    /// The Hamilton product: the rotation that applies the other first and this one second.
+    constexpr SQuaternion operator*(const SQuaternion& other) const
+    {
+        return SQuaternion(
+            w * other.x + other.w * x + y * other.z - z * other.y,
+            w * other.y + other.w * y + z * other.x - x * other.z,
+            w * other.z + other.w * z + x * other.y - y * other.x,
+            w * other.w - x * other.x - y * other.y - z * other.z);
+    }
+
+    /// Scales to length 1 in place. A quaternion of a length of 1e-5 or less stays as it is.
+    void Normalize() { *this = GetNormalize(); }
+
+    /// A copy of length 1. A quaternion of a length of 1e-5 or less is returned as it is.
+    SQuaternion GetNormalize() const
+    {
+        constexpr float smallestLength = 0.00001f;
+
+        const float length = std::sqrt(x * x + y * y + z * z + w * w);
+        return length > smallestLength ? *this / length : *this;
+    }
+
+    /// The conjugate (-x, -y, -z, w), which is the inverse of a unit quaternion. There is no
+    /// division by the norm, so it is the inverse of no other.
+    constexpr SQuaternion GetInverse() const { return SQuaternion(-x, -y, -z, w); }
+
+    /// The rotation as a matrix without translation. The quaternion must have length 1.
+    SMatrix GetMatrix() const;
+
+    /// Sets the rotation of the matrix product P(x) * H(y) * B(z), angles in radians: first about
+    /// X, then about Y, then about Z.
+    void SetEulerRadXYZ(const S3D& radians);
+
+    /// Sets the rotation of the matrix product H(y) * P(x) * B(z), angles in radians: first about
+    /// Y, then about X, then about Z.
+    void SetEulerRadYXZ(const S3D& radians);
+
+    /// Sets the rotation of the matrix product B(z) * P(x) * H(y), angles in radians: first about
+    /// Z, then about X, then about Y.
+    void SetEulerRadZXY(const S3D& radians);
+
+    /// Sets the rotation of the matrix product B(z) * H(y) * P(x), angles in radians: first about
+    /// Z, then about Y, then about X.
+    void SetEulerRadZYX(const S3D& radians);
+
+    /// As SetEulerRadXYZ with angles in degrees.
+    void SetEulerXYZ(const S3D& degrees);
+
+    /// As SetEulerRadYXZ with angles in degrees.
+    void SetEulerYXZ(const S3D& degrees);
+
+    /// SMatrix::GetEulerRadXYZ of the rotation's matrix: angles in radians for SetEulerRadXYZ.
+    S3D GetEulerRadXYZ() const;
+
+    /// SMatrix::GetEulerRadYXZ of the rotation's matrix: angles in radians for SetEulerRadYXZ.
+    S3D GetEulerRadYXZ() const;
+
+    /// SMatrix::GetEulerRadZXY of the rotation's matrix: angles in radians for SetEulerRadZXY.
+    S3D GetEulerRadZXY() const;
+
+    /// SMatrix::GetEulerRadZYX of the rotation's matrix: angles in radians for SetEulerRadZYX.
+    S3D GetEulerRadZYX() const;
+
+    /// GetEulerRadXYZ in degrees: times 57.295776.
+    S3D GetEulerXYZ() const;
+
+    /// Limits the rotation of a unit quaternion to an angle in radians. The angles 2*asin(x),
+    /// 2*asin(y), 2*asin(z) and 2*acos(w) are all scaled by the factor that brings the largest
+    /// magnitude down to maxRadians, and the quaternion that they give is normalised: an
+    /// approximation of the clamp about the rotation's own axis, exact about X, Y or Z for w >= 0.
+    /// True when the quaternion changed. False leaves it as it was: no angle is above the limit,
+    /// the result is too short to normalise (1e-5), or a component is outside -1..1 or NaN.
+    bool LimitRotate(double maxRadians);
+
+    /// Linear interpolation this + (target - this) * t, component by component. Not normalised, t
+    /// not clamped.
+    constexpr SQuaternion Lerp(const SQuaternion& target, float t) const
+    {
+        return *this + (target - *this) * t;
+    }
+
+    /// Spherical linear interpolation between two unit quaternions along the shorter arc: this one
+    /// at t = 0, the target (or its negative, the same rotation) at t = 1. t is not clamped and the
+    /// result not normalised. Within a dot product of 0.99 the weights are linear.
+    SQuaternion Slerp(const SQuaternion& target, float t) const
+    {
+        constexpr float linearBelow = 0.01f;
+
+        float dot = x * target.x + y * target.y + z * target.z + w * target.w;
+        SQuaternion nearTarget = target;
+        if (dot < 0.0f)
+        {
+            dot = -dot;
+            nearTarget = SQuaternion(-target.x, -target.y, -target.z, -target.w);
+        }
+
+        float weight = 1.0f - t;
+        float targetWeight = t;
+        if (1.0f - dot > linearBelow)
+        {
+            const float theta = std::acos(dot);
+            const float sinTheta = std::sin(theta);
+            weight = std::sin((1.0f - t) * theta) / sinTheta;
+            targetWeight = std::sin(t * theta) / sinTheta;
+        }
+        return *this * weight + nearTarget * targetWeight;
+    }
+
+    /// (x, y, z, -w): the conjugate with all four signs changed, the inverse rotation.
+    constexpr SQuaternion GetOpenGL() const { return SQuaternion(x, y, z, -w); }
+};
+
+// SMatrix.h defines SQuaternion::GetMatrix, for which it needs both types.
+#include "Independent/Math3D/SMatrix.h"
