@@ -1,6 +1,10 @@
 #include <cstdio>
 #include <exception>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 namespace
@@ -9,6 +13,18 @@ namespace
 // The status that a shell sees for -1 is 255.
 constexpr int ExitSuccess = 0;
 constexpr int ExitFailure = -1;
+
+/// Has the heap keep what is freed, for the lists of the next record: memory that is given back to
+/// the system and taken again costs more than reading the record.
+void KeepFreedMemory()
+{
+#ifdef __GLIBC__
+    constexpr int LargestMmapThreshold = 32 * 1024 * 1024;
+    constexpr int LargestTrimThreshold = 0x7fffffff;
+    mallopt(M_MMAP_THRESHOLD, LargestMmapThreshold);
+    mallopt(M_TRIM_THRESHOLD, LargestTrimThreshold);
+#endif
+}
 
 bool Overwrite(const char* path)
 {
@@ -34,6 +50,7 @@ int main(int argc, char* argv[])
         return ExitFailure;
     }
 
+    KeepFreedMemory();
     const char* path = argv[1];
     if (!Overwrite(path))
     {

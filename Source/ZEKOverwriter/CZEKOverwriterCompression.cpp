@@ -15,7 +15,7 @@ namespace zek
 namespace
 {
 
-constexpr int CubeFaceCount = 6;
+constexpr std::size_t CubeFaceCount = 6;
 
 /// One value per compression family.
 template <typename Value>
@@ -25,13 +25,49 @@ using FamilyArray = std::array<Value, CompressionFamilyCount>;
 /// with a slash at its end.
 FamilyArray<std::string> GetTextureFolders(const std::string& path)
 {
+    const std::string modelFolder = LFileName::DeleteFileName(path);
     FamilyArray<std::string> folders;
     for (std::size_t family = 0; family < folders.size(); ++family)
-    {
-        folders[family] = LFileName::DeleteFileName(path) +
-                          LFileName::AddPunct(CompressionFamilies[family].textureFolder);
-    }
+        folders[family] =
+            modelFolder + LFileName::AddPunct(CompressionFamilies[family].textureFolder);
     return folders;
+}
+
+/// Returns the folders beside a model in which the folders of its cubemaps lie, each with a
+/// backslash at its end.
+FamilyArray<std::string> GetCubemapFolders(const std::string& path)
+{
+    const std::string modelFolder = LFileName::DeleteFileName(path);
+    FamilyArray<std::string> folders;
+    for (std::size_t family = 0; family < folders.size(); ++family)
+        folders[family] = modelFolder + CompressionFamilies[family].cubemapFolder + "\\";
+    return folders;
+}
+
+/// Returns the name of the file of each cube face and family, with a backslash at its start.
+std::array<FamilyArray<std::string>, CubeFaceCount> GetCubeFaceFiles()
+{
+    std::array<FamilyArray<std::string>, CubeFaceCount> files;
+    for (std::size_t face = 0; face < files.size(); ++face)
+    {
+        for (std::size_t family = 0; family < files[face].size(); ++family)
+            files[face][family] = LFormat::Make(
+                "\\%s_%d.%s", "reflection_cube", static_cast<int>(face),
+                CompressionFamilies[family].extension);
+    }
+    return files;
+}
+
+/// Tells whether a file exists whose path is put together from three pieces. The path is built in
+/// one string for all calls, which is faster than a string for each.
+bool IsExistFile(
+    std::string& candidate,
+    const std::string& folder,
+    const std::string& middle,
+    const std::string& end)
+{
+    candidate.assign(folder).append(middle).append(end);
+    return filesystem::CFindFile::IsExistFile(candidate);
 }
 
 /// Sets a flag and adds it to the number of items that have a variant of its family. The address
@@ -57,15 +93,15 @@ bool CZEKOverwriter::AnalyseTextureCompression(int, const std::string& path)
 {
     const FamilyArray<std::string> folders = GetTextureFolders(path);
     FamilyArray<int> counts = {};
+    std::string candidate;
     for (std::size_t i = 0; i < m_TextureFlagQuadList.size(); ++i)
     {
+        // A texture is looked for by its index, never by its own name.
+        const std::string stem = LFormat::Make("%03d.", static_cast<int>(i));
         for (std::size_t family = 0; family < folders.size(); ++family)
         {
-            const std::string candidate =
-                folders[family] +
-                LFormat::Make(
-                    "%03d.%s", static_cast<int>(i), CompressionFamilies[family].extension);
-            const bool isPresent = filesystem::CFindFile::IsExistFile(candidate);
+            const bool isPresent = IsExistFile(
+                candidate, folders[family], stem, CompressionFamilies[family].extension);
             SetFlag(m_TextureFlagQuadList[i][family], isPresent, counts[family]);
         }
     }
@@ -78,27 +114,23 @@ bool CZEKOverwriter::AnalyseReflectionProbeCompression(int version, const std::s
     if (version < version::ReflectionProbeFlags)
         return true;
 
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    FamilyArray<int> counts = {};
+    const FamilyArray<std::string> folders = GetCubemapFolders(path);
+    const std::array<FamilyArray<std::string>, CubeFaceCount> faceFiles = GetCubeFaceFiles();
     const std::size_t probeCount = std::min(GetListSize(m_ProbeCount), m_ProbeFlagQuadList.size());
+    FamilyArray<int> counts = {};
+    std::string candidate;
     for (std::size_t probe = 0; probe < probeCount; ++probe)
     {
         FamilyArray<bool> isPresent = {true, true, true, true};
-        for (int face = 0; face < CubeFaceCount; ++face)
+        for (const FamilyArray<std::string>& files : faceFiles)
         {
-            for (std::size_t family = 0; family < isPresent.size(); ++family)
+            for (std::size_t family = 0; family < folders.size(); ++family)
             {
-                const std::string candidate = modelFolder +
-                                              CompressionFamilies[family].cubemapFolder + "\\" +
-                                              m_ProbeNameList[probe] +
-                                              LFormat::Make(
-                                                  "\\%s_%d.%s", "reflection_cube", face,
-                                                  CompressionFamilies[family].extension);
-                if (!filesystem::CFindFile::IsExistFile(candidate))
+                if (!IsExistFile(candidate, folders[family], m_ProbeNameList[probe], files[family]))
                     isPresent[family] = false;
             }
         }
-        for (std::size_t family = 0; family < isPresent.size(); ++family)
+        for (std::size_t family = 0; family < folders.size(); ++family)
             SetFlag(m_ProbeFlagQuadList[probe][family], isPresent[family], counts[family]);
     }
     PrintCounts("Cubemap", counts);
@@ -109,15 +141,15 @@ bool CZEKOverwriter::AnalyseLightmapCompression(int, const std::string& path)
 {
     const FamilyArray<std::string> folders = GetTextureFolders(path);
     FamilyArray<int> counts = {};
+    std::string candidate;
     for (std::size_t i = 0; i < m_LightmapFlagQuadList.size(); ++i)
     {
-        const std::string name = LFileName::DeleteExtension(m_LightmapNameList[i]);
+        const std::string stem =
+            LFormat::Make("%s.", LFileName::DeleteExtension(m_LightmapNameList[i]).c_str());
         for (std::size_t family = 0; family < folders.size(); ++family)
         {
-            const std::string candidate =
-                folders[family] +
-                LFormat::Make("%s.%s", name.c_str(), CompressionFamilies[family].extension);
-            const bool isPresent = filesystem::CFindFile::IsExistFile(candidate);
+            const bool isPresent = IsExistFile(
+                candidate, folders[family], stem, CompressionFamilies[family].extension);
             SetFlag(m_LightmapFlagQuadList[i][family], isPresent, counts[family]);
         }
     }

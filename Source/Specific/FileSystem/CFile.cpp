@@ -6,6 +6,10 @@
 
 #include "Specific/FileSystem/CFilePath.h"
 
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
+
 namespace filesystem
 {
 
@@ -24,6 +28,23 @@ std::string CutAtZero(const std::string& name)
 bool IsStartingWith(const std::string& text, const char* prefix)
 {
     return text.compare(0, std::strlen(prefix), prefix) == 0;
+}
+
+/// Makes a vector a number of zero bytes. A large one is put on huge pages where the system has
+/// them: mapping it page by page would cost as much as reading the file.
+void ResizeImage(std::vector<unsigned char>& image, std::size_t size)
+{
+#ifdef __linux__
+    constexpr std::size_t PageSize = 4096;
+    constexpr std::size_t SmallestSize = 4 * 1024 * 1024;
+    if (size >= SmallestSize)
+    {
+        image.reserve(size);
+        const std::size_t toPageStart = -reinterpret_cast<std::uintptr_t>(image.data()) % PageSize;
+        madvise(image.data() + toPageStart, size - PageSize, MADV_HUGEPAGE);
+    }
+#endif
+    image.resize(size);
 }
 
 } // namespace
@@ -179,7 +200,7 @@ bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name
         return false;
     if (fileSize < 0 || fileSize > LargestSize)
         return false;
-    image.resize(file.GetSize());
+    ResizeImage(image, file.GetSize());
     if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))
         return false;
     return file.Close();

@@ -4,7 +4,8 @@
 
 #include "Specific/FileSystem/FolderPrimitives.h"
 
-#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "Specific/FileSystem/CFindFile.h"
 #include "Specific/FileSystem/FileSystem.h"
@@ -14,12 +15,13 @@ namespace filesystem
 
 bool CFindFile::IsExistFile(const std::string& path)
 {
-    // How std::ifstream opens a file, but without the locales that it brings along, which would
-    // be half of the program and be relocated at each start.
-    std::FILE* file = std::fopen(path.c_str(), "r");
-    if (file == nullptr)
+    // How std::ifstream opens a file, without what comes with a stream object: the list of open
+    // streams alone costs a seventh of the run over a model's textures, and the locales would be
+    // half of the program, relocated at each start.
+    const int file = open(path.c_str(), O_RDONLY);
+    if (file < 0)
         return false;
-    std::fclose(file);
+    close(file);
     return true;
 }
 
