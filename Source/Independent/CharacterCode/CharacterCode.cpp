@@ -161,12 +161,10 @@ constexpr SUTF8Index MakeUTF8Index()
 {
     SUTF8Index index;
     for (const SUTF8ToSJISTable& table : g_UTF8ToSJISTables)
-    {
         if (table.key <= 0xFF)
             index.twoByte[table.key] = table.codes;
         else
             index.threeByte[(table.key >> 8) & 0x0F][table.key & 0x3F] = table.codes;
-    }
     return index;
 }
 
@@ -204,10 +202,8 @@ constexpr SUTF16Index MakeUTF16Index()
 {
     SUTF16Index index;
     for (const SUTF16ToSJISBlock& block : g_UTF16ToSJISBlocks)
-    {
         for (int offset = 0; offset < block.size; offset += g_UTF16ToSJISBlockStep)
             index.codes[(block.first + offset) / g_UTF16ToSJISBlockStep] = block.codes + offset;
-    }
     return index;
 }
 

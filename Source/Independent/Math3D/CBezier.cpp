@@ -14,9 +14,7 @@ float Factorial(int n)
 {
     int product = 1;
     for (int factor = 1; factor <= n; ++factor)
-    {
         product = WrappingMultiply(product, factor);
-    }
     return static_cast<float>(product);
 }
 
@@ -33,9 +31,7 @@ S2D CBezier::CalcBezier(const std::array<S2D, 4>& points, float t)
 {
     S2D sum;
     for (int i = 0; i <= 3; ++i)
-    {
         sum += points[static_cast<std::size_t>(i)] * Bernstein(i, 3, t);
-    }
     return sum;
 }
 

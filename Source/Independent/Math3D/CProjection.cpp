@@ -55,9 +55,7 @@ void CProjection::Set(int width, int height, float near, float far, float deg)
     if (deg > 0.0f)
     {
         if (height > width)
-        {
             deg = deg * floatWidth / floatHeight;
-        }
         const double t = TangentOfDegrees(deg * 0.5);
         m_Matrix = CreatePerspective(1.0 / t, width / (t * height), 0.0, 0.0, near, far);
     }
@@ -104,13 +102,9 @@ std::vector<SPlane> CProjection::CalcViewFrustumPlaneList(const CCamera& camera)
     {
         S3D point = camera.GetPos();
         if (i == nearPlane)
-        {
             point += camera.GetViewVec() * m_Near;
-        }
         else if (i == farPlane)
-        {
             point += camera.GetViewVec() * m_Far;
-        }
         planes.emplace_back(point, m_NormalList[i].MulMatrixRot(rotation));
     }
     return planes;

@@ -10,9 +10,7 @@ bool CSphere::IsCollision(const S3D& origin, const S3D& dir) const
     const float b = S3D::DotProduct(m, dir);
     const float c = S3D::DotProduct(m, m) - m_Radius * m_Radius;
     if (c > 0.0f && b > 0.0f)
-    {
         return false;
-    }
     return !(b * b - c < 0.0f);
 }
 

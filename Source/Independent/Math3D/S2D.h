@@ -67,9 +67,7 @@ struct S2D
     {
         const float length = std::sqrt(x * x + y * y);
         if (length != 0.0f)
-        {
             *this = *this * (1.0f / length);
-        }
     }
 
     /// The Euclidean distance of two points.

@@ -34,9 +34,7 @@ bool S3D::CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const
     const float dot = DotProduct(from, to);
     axis = CrossProduct(from, to).GetNormalize();
     if (dot >= 1.0f)
-    {
         return false;
-    }
     angle = std::acos(dot);
     return !(angle < smallestAngle);
 }

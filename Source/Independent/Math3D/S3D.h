@@ -34,13 +34,9 @@ struct S3D
     constexpr bool operator<(const S3D& other) const
     {
         if (x != other.x)
-        {
             return x < other.x;
-        }
         if (y != other.y)
-        {
             return y < other.y;
-        }
         return z < other.z;
     }
 

@@ -57,9 +57,7 @@ SQuaternion SMatrix::GetQuaternion() const
 
     int i = m[0][0] > m[1][1] ? 0 : 1;
     if (m[2][2] > m[i][i])
-    {
         i = 2;
-    }
     const int j = (i + 1) % 3;
     const int k = (j + 1) % 3;
     const float r = 2.0f * std::sqrt(m[i][i] - m[j][j] - m[k][k] + 1.0f);
@@ -72,16 +70,12 @@ SQuaternion SMatrix::GetQuaternion() const
 
 S3D SMatrix::GetEulerRadXYZ() const
 {
-    const float sinY = -m[0][2];
+    const float sinY = ClampedSine(-m[0][2]);
     const float y = std::asin(sinY);
     if (sinY == 1.0f)
-    {
         return S3D(0.0f, y, std::atan2(-m[1][0], m[1][1]));
-    }
     if (sinY == -1.0f)
-    {
         return S3D(0.0f, y, std::atan2(-m[1][0], -m[1][1]));
-    }
     return S3D(std::atan2(m[1][2], m[2][2]), y, std::atan2(m[0][1], m[0][0]));
 }
 
@@ -113,7 +107,8 @@ S3D SMatrix::GetEulerRadZXY() const
 
 S3D SMatrix::GetEulerRadZYX() const
 {
-    return S3D(std::atan2(-m[2][1], m[2][2]), std::asin(m[2][0]), std::atan2(-m[1][0], m[0][0]));
+    const float sinY = ClampedSine(m[2][0]);
+    return S3D(std::atan2(-m[2][1], m[2][2]), std::asin(sinY), std::atan2(-m[1][0], m[0][0]));
 }
 
 SMatrix SMatrix::GetOpenGLMatrix() const

@@ -35,12 +35,8 @@ struct SMatrix
     explicit SMatrix(const float* elements)
     {
         for (int row = 0; row < 4; ++row)
-        {
             for (int column = 0; column < 4; ++column)
-            {
                 m[row][column] = elements[4 * row + column];
-            }
-        }
     }
 
     /// The 16 elements, row by row.
@@ -94,12 +90,8 @@ struct SMatrix
         for (int row = 0; row < 4; ++row)
         {
             for (int column = 0; column < 4; ++column)
-            {
                 if (m[row][column] != other.m[row][column])
-                {
                     return false;
-                }
-            }
         }
         return true;
     }
@@ -299,8 +291,8 @@ struct SMatrix
     SQuaternion GetQuaternion() const;
 
     /// Angles (x, y, z) in radians that make P(x) * H(y) * B(z) the rotation part of this matrix;
-    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; y is NaN when rounding took
-    /// m02 beyond -1..1.
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m02 beyond -1..1 by
+    /// rounding counts as -1 or 1.
     ///
     /// Where y is 90 degrees exactly (m02 = -1), x is 0 and z alone gives the rotation back. Where
     /// y is -90 degrees exactly (m02 = 1), x is 0 too, but z is that of a matrix with m11 negated:
@@ -321,10 +313,10 @@ struct SMatrix
     S3D GetEulerRadZXY() const;
 
     /// Angles (x, y, z) in radians that make B(z) * H(y) * P(x) the rotation part of this matrix;
-    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; y is NaN when rounding took
-    /// m20 beyond -1..1. There is no special case at the poles: where y is near 90 or -90 degrees,
-    /// x and z come from elements that are mostly rounding error, and the angles need not give the
-    /// rotation back.
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m20 beyond -1..1 by
+    /// rounding counts as -1 or 1. There is no special case at the poles: where y is near 90 or -90
+    /// degrees, x and z come from elements that are mostly rounding error, and the angles need not
+    /// give the rotation back.
     S3D GetEulerRadZYX() const;
 
     /// A copy with m02, m12, m20, m21 and m32 negated and all else unchanged. For an affine matrix
@@ -382,12 +374,8 @@ inline SMatrix SMatrix::GetInverse() const
                               m[0][2] * inverse.m[2][0] + m[0][3] * inverse.m[3][0];
     const float reciprocal = 1.0f / determinant;
     for (float(&row)[4] : inverse.m)
-    {
         for (float& element : row)
-        {
             element *= reciprocal;
-        }
-    }
     return inverse;
 }
 
@@ -414,9 +402,7 @@ inline S3D& S3D::operator*=(const SMatrix& matrix)
 {
     const S4D product = S4D(*this) * matrix;
     if (product.w != 0.0f)
-    {
         *this = product.GetS3D();
-    }
     return *this;
 }
 

@@ -25,14 +25,10 @@ bool SPlane::CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) co
     const S3D direction = end - start;
     const float denominator = S3D::DotProduct(GetNormal(), direction);
     if (denominator == 0.0f)
-    {
         return false;
-    }
     const float t = (-d - S3D::DotProduct(GetNormal(), start)) / denominator;
     if (t < 0.0f || t > 1.0f)
-    {
         return false;
-    }
     out = start + direction * t;
     return true;
 }
@@ -41,9 +37,7 @@ bool SPlane::CalcIntersectVector(const S3D& point, const S3D& direction, S3D& ou
 {
     const float denominator = S3D::DotProduct(GetNormal(), direction);
     if (denominator == 0.0f)
-    {
         return false;
-    }
     const float t = (-d - S3D::DotProduct(GetNormal(), point)) / denominator;
     out = point + direction * t;
     return true;
@@ -55,9 +49,7 @@ bool SPlane::LinePolyCrossPoint(
     const float numerator = S3D::DotProduct(planePos - linePos, planeNormal);
     const float denominator = S3D::DotProduct(lineDir, planeNormal);
     if (denominator == 0.0f)
-    {
         return false;
-    }
     const float t = numerator / denominator;
     out = linePos + lineDir * t;
     return true;
@@ -75,9 +67,7 @@ bool SPlane::PointPolygonSide(
 {
     if (!IsBetween(point.x, p0.x, p1.x, p2.x, p3.x) ||
         !IsBetween(point.y, p0.y, p1.y, p2.y, p3.y) || !IsBetween(point.z, p0.z, p1.z, p2.z, p3.z))
-    {
         return false;
-    }
     return IsInsideEdge(point, p0, p1, normal) && IsInsideEdge(point, p1, p2, normal) &&
            IsInsideEdge(point, p2, p3, normal) && IsInsideEdge(point, p3, p0, normal);
 }

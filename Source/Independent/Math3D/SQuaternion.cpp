@@ -79,9 +79,7 @@ bool SQuaternion::LimitRotate(double maxRadians)
     const double largest =
         std::max({std::abs(angleX), std::abs(angleY), std::abs(angleZ), std::abs(angleW)});
     if (largest <= maxRadians)
-    {
         return false;
-    }
 
     const double factor = maxRadians / largest;
     const double newX = std::sin(angleX * factor / 2.0);
@@ -90,9 +88,7 @@ bool SQuaternion::LimitRotate(double maxRadians)
     const double newW = std::cos(angleW * factor / 2.0);
     const double length = std::sqrt(newX * newX + newY * newY + newZ * newZ + newW * newW);
     if (!(length > smallestLength))
-    {
         return false;
-    }
     *this = SQuaternion(
         static_cast<float>(newX / length), static_cast<float>(newY / length),
         static_cast<float>(newZ / length), static_cast<float>(newW / length));

@@ -68,9 +68,7 @@ struct SQuaternion
     {
         const float s = std::sqrt(2.0f + 2.0f * S3D::DotProduct(from, to));
         if (s == 0.0f)
-        {
             return SQuaternion();
-        }
         const S3D vector = S3D::CrossProduct(from, to) * (1.0f / s);
         return SQuaternion(vector.x, vector.y, vector.z, 0.5f * s);
     }

@@ -57,9 +57,7 @@ private:
     {
         const int end = WrappingAdd(start, length);
         if (value < start)
-        {
             value = start;
-        }
         return value >= end ? WrappingSubtract(end, 1) : value;
     }
 };

@@ -28,13 +28,9 @@ constexpr int TruncateToInt(float value)
     // 2^31 is the first float above every int; -2^31 is an int itself.
     constexpr float limit = 2147483648.0f;
     if (value >= limit)
-    {
         return std::numeric_limits<int>::max();
-    }
     if (value < -limit)
-    {
         return std::numeric_limits<int>::min();
-    }
     return value == value ? static_cast<int>(value) : 0;
 }
 
