@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <exception>
+#include <limits>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -19,10 +20,10 @@ constexpr int ExitFailure = -1;
 void KeepFreedMemory()
 {
 #ifdef __GLIBC__
-    constexpr int LargestMmapThreshold = 32 * 1024 * 1024;
-    constexpr int LargestTrimThreshold = 0x7fffffff;
-    mallopt(M_MMAP_THRESHOLD, LargestMmapThreshold);
-    mallopt(M_TRIM_THRESHOLD, LargestTrimThreshold);
+    constexpr int largestMmapThreshold = 32 * 1024 * 1024;
+    constexpr int largestTrimThreshold = std::numeric_limits<int>::max();
+    mallopt(M_MMAP_THRESHOLD, largestMmapThreshold);
+    mallopt(M_TRIM_THRESHOLD, largestTrimThreshold);
 #endif
 }
 

@@ -302,7 +302,7 @@ bool UTF16ToSJIS(std::string& output, const std::wstring& input)
     bool isAllConverted = true;
     for (const wchar_t character : input)
     {
-        const auto codePoint = static_cast<std::uint16_t>(character);
+        const auto codePoint = static_cast<std::uint16_t>(character & 0xFFFF);
         if (codePoint <= LastASCII)
             bytes.push_back(static_cast<char>(codePoint));
         else

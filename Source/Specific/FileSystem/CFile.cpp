@@ -35,13 +35,13 @@ bool IsStartingWith(const std::string& text, const char* prefix)
 void ResizeImage(std::vector<unsigned char>& image, std::size_t size)
 {
 #ifdef __linux__
-    constexpr std::size_t PageSize = 4096;
-    constexpr std::size_t SmallestSize = 4 * 1024 * 1024;
-    if (size >= SmallestSize)
+    constexpr std::size_t pageSize = 4096;
+    constexpr std::size_t smallestSize = 4UL * 1024 * 1024;
+    if (size >= smallestSize)
     {
         image.reserve(size);
-        const std::size_t toPageStart = -reinterpret_cast<std::uintptr_t>(image.data()) % PageSize;
-        madvise(image.data() + toPageStart, size - PageSize, MADV_HUGEPAGE);
+        const std::size_t toPageStart = -reinterpret_cast<std::uintptr_t>(image.data()) % pageSize;
+        madvise(image.data() + toPageStart, size - pageSize, MADV_HUGEPAGE);
     }
 #endif
     image.resize(size);

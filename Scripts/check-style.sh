@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Checks what needs no run of the program: layout, who includes whom, and mistakes that clang-tidy
+# finds.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+
+need_packages clang-format clang-tidy clang cmake g++ ninja-build
+
+say "Layout of the sources"
+git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format --dry-run -Werror \
+    || { echo "Run clang-format -i on the files above." >&2; exit 1; }
+echo "as .clang-format says"
+
+say "Includes"
+# A library may include its own headers and those of the libraries that its CMakeLists.txt names.
+python3 Scripts/check-includes.py
+
+say "clang-tidy (the whole of Source and Examples)"
+cmake -S . -B build/tidy -G Ninja -DZEK_BUILD_TESTS=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON \
+    -DCMAKE_CXX_COMPILER=clang++ >/dev/null
+git ls-files 'Source/*.cpp' 'Examples/*.cpp' | grep -v 'Tables.cpp$' | grep -v '^Examples/consumer' \
+    | xargs -P "$(nproc)" -n 4 clang-tidy -p build/tidy --quiet 2>build/tidy/errors.log \
+    || { grep -v 'warnings generated' build/tidy/errors.log >&2; exit 1; }
+echo "nothing found"
