@@ -1,0 +1,153 @@
+// Runs the whole pass over a model file in memory, beside a folder with some variants. An
+// independent reading of the file says what must come of it.
+
+#include <array>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "FuzzTarget.h"
+#include "Support/CModelMap.h"
+#include "Support/CTemporaryFolder.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
+
+using fuzz::Require;
+using testsupport::CModelMap;
+
+namespace
+{
+
+using Bytes = std::vector<unsigned char>;
+
+constexpr std::size_t MarkerOffset = 8;
+constexpr std::array<const char*, 4> Families = {"pvrtc", "etc", "astc", "dxt"};
+constexpr std::array<const char*, 4> Extensions = {".pvr", ".pvr", ".pvr", ".dds"};
+
+/// A folder with every third of the variants that the seeds' models could have.
+const testsupport::CTemporaryFolder& GetFolder()
+{
+    static const testsupport::CTemporaryFolder folder;
+    return folder;
+}
+
+void WriteVariants()
+{
+    int count = 0;
+    for (std::size_t family = 0; family < Families.size(); ++family)
+    {
+        const std::string textures = std::string("tex_") + Families[family] + "/";
+        for (const char* stem : {"000", "001", "LightMap000", "LightMap001"})
+        {
+            if (count++ % 3 == 0)
+                GetFolder().Write(textures + stem + Extensions[family], std::string());
+        }
+        const std::string cubemaps = std::string("tex_reflection_cube_") + Families[family] + "\\";
+        for (const char* probe : {"0", "1", "Probe", "Hall"})
+        {
+            const int faceCount = count++ % 3 == 0 ? 6 : 5;
+            for (int face = 0; face < faceCount; ++face)
+                GetFolder().Write(
+                    cubemaps + probe + "\\reflection_cube_" + std::to_string(face) +
+                        Extensions[family],
+                    std::string());
+        }
+    }
+}
+
+bool IsOpening(const std::string& name)
+{
+    return std::ifstream(GetFolder().GetPath(name)).is_open();
+}
+
+std::string MakeTextureName(std::size_t index)
+{
+    const std::string digits = std::to_string(index);
+    return std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+}
+
+/// A lightmap's name before its last dot; a dot that is half of a two-byte character is none.
+std::string CutExtension(const std::string& name)
+{
+    std::size_t dot = name.size();
+    for (std::size_t i = 0; i < name.size(); ++i)
+    {
+        const auto byte = static_cast<unsigned char>(name[i]);
+        if ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xEF))
+            ++i;
+        else if (byte == '.')
+            dot = i;
+    }
+    return name.substr(0, dot);
+}
+
+bool HasCubemap(const std::string& probe, std::size_t family)
+{
+    bool hasAllFaces = true;
+    for (int face = 0; face < 6; ++face)
+        hasAllFaces = hasAllFaces &&
+                      IsOpening(
+                          std::string("tex_reflection_cube_") + Families[family] + "\\" + probe +
+                          "\\reflection_cube_" + std::to_string(face) + Extensions[family]);
+    return hasAllFaces;
+}
+
+/// The image that an accepted file must become.
+Bytes GetExpected(const Bytes& image, const CModelMap& map)
+{
+    Bytes expected = image;
+    if (map.GetVersion() >= 21)
+        expected[MarkerOffset] = 1;
+    for (std::size_t family = 0; family < Families.size(); ++family)
+    {
+        const std::string textures = std::string("tex_") + Families[family] + "/";
+        for (std::size_t i = 0; i < map.GetTextureFlags().size(); ++i)
+            expected[map.GetTextureFlags()[i] + family] =
+                IsOpening(textures + MakeTextureName(i) + Extensions[family]);
+        for (std::size_t i = 0; i < map.GetLightmapFlags().size(); ++i)
+            expected[map.GetLightmapFlags()[i] + family] =
+                IsOpening(textures + CutExtension(map.GetLightmapNames()[i]) + Extensions[family]);
+        for (std::size_t i = 0; i < map.GetProbeFlags().size(); ++i)
+            expected[map.GetProbeFlags()[i] + family] = HasCubemap(map.GetProbeNames()[i], family);
+    }
+    return expected;
+}
+
+bool Overwrite(Bytes& image)
+{
+    zek::CZEKOverwriter overwriter;
+    return overwriter.OverwriteImage(image, GetFolder().GetPath("model.zek"));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    // The count lines of each run would be most of the time.
+    if (std::freopen("/dev/null", "w", stdout) == nullptr)
+        return 1;
+    WriteVariants();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const Bytes image(data, data + size);
+    const CModelMap map(image);
+
+    Bytes result = image;
+    const bool isAccepted = Overwrite(result);
+    Require(isAccepted == map.IsAccepted(), "the same files are accepted");
+    if (!isAccepted)
+    {
+        if (result.size() > MarkerOffset && image.size() == result.size())
+            result[MarkerOffset] = image[MarkerOffset];
+        Require(result == image, "a refused image keeps all but its marker");
+        return 0;
+    }
+    Require(
+        result == GetExpected(image, map), "the flags say what is there, and nothing else changes");
+
+    Bytes again = result;
+    Require(Overwrite(again) && again == result, "a second run changes nothing");
+    return 0;
+}
