@@ -9,6 +9,7 @@ namespace zek
 class CZEKBoneWeight
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKBoneWeight(const std::array<short, 4>& indexList, const std::array<float, 4>& weightList)
         : m_IndexList(indexList)
         , m_WeightList(weightList)

@@ -11,6 +11,7 @@ namespace zek
 class CZEKCollider
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKCollider(EZEKColliderShape shape, EZEKColliderType type, const S3D& center, const S3D& size)
         : m_Shape(shape)
         , m_Type(type)
@@ -23,7 +24,10 @@ public:
     CZEKCollider& operator=(const CZEKCollider&) = default;
     virtual ~CZEKCollider() = default;
 
+    /// What the collider is.
     EZEKColliderShape GetShape() const { return m_Shape; }
+
+    /// The type as the file states it.
     EZEKColliderType GetType() const { return m_Type; }
 
     /// The centre in the node's own space.

@@ -14,6 +14,7 @@ namespace zek
 class CZEKMaterial
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKMaterial(
         const std::string& name,
         EZEKShaderType shaderType,
@@ -54,29 +55,52 @@ public:
     CZEKMaterial& operator=(const CZEKMaterial&) = default;
     virtual ~CZEKMaterial() = default;
 
+    /// The name of the material.
     const std::string& GetName() const { return m_Name; }
+
+    /// The shader that draws the material.
     EZEKShaderType GetShaderType() const { return m_ShaderType; }
+
+    /// How it is blended with what is behind it.
     EZEKBlendMode GetBlendMode() const { return m_BlendMode; }
 
     /// The alpha below which a pixel is not drawn.
     float GetCutoff() const { return m_Cutoff; }
+
+    /// True when back faces are drawn as well.
     bool IsDoubleSided() const { return m_IsDoubleSided; }
+
+    /// True when the vertices' colours count.
     bool IsUseVertexColor() const { return m_IsUseVertexColor; }
+
+    /// The colour of the surface.
     const SColor& GetColor() const { return m_Color; }
+
+    /// The colour of the light that it gives off.
     const SColor& GetEmissionColor() const { return m_EmissionColor; }
 
-    /// Indices into the model's textures; -1 for none.
+    /// The main texture's index among the model's textures; -1 for none.
     int GetTextureIndexMain() const { return m_TextureIndexMain; }
+
+    /// The normal map's index; -1 for none.
     int GetTextureIndexNormal() const { return m_TextureIndexNormal; }
+
+    /// The emission map's index; -1 for none.
     int GetTextureIndexEmission() const { return m_TextureIndexEmission; }
+
+    /// The roughness map's index; -1 for none.
     int GetTextureIndexRoughness() const { return m_TextureIndexRoughness; }
 
-    /// How the main texture is placed.
+    /// What the texture coordinates are multiplied by for the main texture.
     const SUV& GetTextureScaleMain() const { return m_TextureScaleMain; }
+
+    /// What is added to them then.
     const SUV& GetTextureOffsetMain() const { return m_TextureOffsetMain; }
 
-    /// How the second texture is placed.
+    /// What the texture coordinates are multiplied by for the second texture.
     const SUV& GetTexture1ScaleMain() const { return m_Texture1ScaleMain; }
+
+    /// What is added to them then.
     const SUV& GetTexture1OffsetMain() const { return m_Texture1OffsetMain; }
 
 private:

@@ -18,6 +18,7 @@ namespace zek
 class CZEKMesh
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKMesh(
         const std::vector<S3D>& posList,
         const std::vector<S3D>& normalList,
@@ -54,12 +55,25 @@ public:
     CZEKMesh& operator=(const CZEKMesh&) = default;
     virtual ~CZEKMesh() = default;
 
+    /// The positions of the vertices.
     const std::vector<S3D>& GetPosList() const { return m_PosList; }
+
+    /// The normals.
     const std::vector<S3D>& GetNormalList() const { return m_NormalList; }
+
+    /// The tangents.
     const std::vector<S3D>& GetTangentList() const { return m_TangentList; }
+
+    /// The texture coordinates.
     const std::vector<SUV>& GetUVList() const { return m_UVList; }
+
+    /// The second texture coordinates.
     const std::vector<SUV>& GetUV2List() const { return m_UV2List; }
+
+    /// The colours.
     const std::vector<math3d::SColor32>& GetColorList() const { return m_ColorList; }
+
+    /// The bones that move each vertex; empty when the mesh is not skinned.
     const std::vector<CZEKBoneWeight>& GetBoneWeightList() const { return m_BoneWeightList; }
 
     /// The sub-meshes.
@@ -68,14 +82,19 @@ public:
     /// The blend shapes.
     const std::vector<CZEKMorph>& GetMorphList() const { return m_MorphList; }
 
+    /// The least corner of the box around all vertices.
     const S3D& GetBoundingBoxMinPos() const { return m_BoundingBoxMinPos; }
+
+    /// The greatest corner of that box.
     const S3D& GetBoundingBoxMaxPos() const { return m_BoundingBoxMaxPos; }
 
     /// Index into the model's lightmaps; -1 for none.
     int GetLightmapIndex() const { return m_LightmapIndex; }
 
-    /// Where the mesh lies in its lightmap.
+    /// The size of the mesh's part of its lightmap, 1 being the whole.
     const S2D& GetLightmapScale() const { return m_LightmapScale; }
+
+    /// Where that part starts.
     const S2D& GetLightmapOffset() const { return m_LightmapOffset; }
 
 private:

@@ -13,6 +13,7 @@ namespace zek
 class CZEKMorph
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKMorph(const std::string& name, const std::vector<S3D>& posList)
         : m_Name(name)
         , m_PosList(posList)
@@ -32,6 +33,7 @@ public:
     CZEKMorph& operator=(CZEKMorph&&) = default;
     virtual ~CZEKMorph() = default;
 
+    /// The name of the blend shape.
     const std::string& GetName() const { return m_Name; }
 
     /// One position per vertex of the mesh.

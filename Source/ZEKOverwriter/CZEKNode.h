@@ -13,6 +13,7 @@ namespace zek
 class CZEKNode
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKNode(
         const std::string& name,
         const S3D& localPos,
@@ -35,11 +36,16 @@ public:
     CZEKNode& operator=(const CZEKNode&) = default;
     virtual ~CZEKNode() = default;
 
+    /// The name of the node.
     const std::string& GetName() const { return m_Name; }
 
-    /// Position, rotation and scale relative to the parent node.
+    /// The position relative to the parent node.
     const S3D& GetLocalPos() const { return m_LocalPos; }
+
+    /// The rotation relative to the parent node, a unit quaternion.
     const SQuaternion& GetLocalRotate() const { return m_LocalRotate; }
+
+    /// The scale relative to the parent node.
     const S3D& GetLocalScale() const { return m_LocalScale; }
 
     /// Index into the model's nodes; -1 for a root.
@@ -48,6 +54,7 @@ public:
     /// Index into the model's meshes; -1 for none.
     int GetMeshIndex() const { return m_MeshIndex; }
 
+    /// The collider; its shape is `None` where there is none.
     const CZEKCollider& GetCollider() const { return m_Collider; }
 
 private:

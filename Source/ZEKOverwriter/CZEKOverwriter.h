@@ -31,6 +31,7 @@ using FlagQuad = std::vector<const unsigned char*>;
 class CZEKOverwriter
 {
 public:
+    /// Starts with no items.
     CZEKOverwriter() = default;
     virtual ~CZEKOverwriter() = default;
 
@@ -55,13 +56,17 @@ public:
     /// not read.
     bool AnalyseSections(fileimage::CFileImageAnalyser& reader, int version);
 
+    /// Walks all nodes.
     bool AnalyseNodeList(fileimage::CFileImageAnalyser& reader, int version);
+
+    /// Walks one node of the node list.
     bool AnalyseNode(fileimage::CFileImageAnalyser& reader, int version);
 
     /// Walks the collider of a node, whose shape has been read.
     bool
     AnalyseCollider(fileimage::CFileImageAnalyser& reader, int version, EZEKColliderShape shape);
 
+    /// Walks all meshes.
     bool AnalyseMeshList(fileimage::CFileImageAnalyser& reader, int version);
 
     /// Walks one mesh of the mesh list.

@@ -13,6 +13,7 @@ namespace zek
 class CZEKPrimitive
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKPrimitive(
         int materialIndex,
         const std::vector<unsigned short>& indexListUSHORT,

@@ -10,6 +10,7 @@ namespace zek
 class CZEKTexture
 {
 public:
+    /// Takes every field as the getter of its name gives it back.
     CZEKTexture(
         const std::string& fileName,
         bool isClamp,
