@@ -57,18 +57,20 @@ CFile::~CFile()
 bool CFile::Open(const std::string& name)
 {
     std::int64_t fileSize;
-    return OpenAndMeasure(name, fileSize);
+    return OpenStream(name) && MeasureSize(fileSize);
 }
 
-bool CFile::OpenAndMeasure(const std::string& name, std::int64_t& fileSize)
+bool CFile::OpenStream(const std::string& name)
 {
     Close();
     std::string slashedName = name;
     std::replace(slashedName.begin(), slashedName.end(), '\\', '/');
-
     m_pFile = std::fopen(slashedName.c_str(), "rb");
-    if (m_pFile == nullptr)
-        return false;
+    return m_pFile != nullptr;
+}
+
+bool CFile::MeasureSize(std::int64_t& fileSize)
+{
     if (std::fseek(m_pFile, 0, SEEK_END) != 0)
         return false;
     fileSize = std::ftell(m_pFile);
@@ -78,6 +80,11 @@ bool CFile::OpenAndMeasure(const std::string& name, std::int64_t& fileSize)
     m_Pos = 0;
     m_Size = static_cast<unsigned int>(fileSize);
     return true;
+}
+
+void CFile::StopBuffering()
+{
+    std::setvbuf(m_pFile, nullptr, _IONBF, 0);
 }
 
 bool CFile::Create(const std::string& name)
@@ -195,10 +202,11 @@ bool CFile::ReadString(std::string& out)
 bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name)
 {
     CFile file;
-    std::int64_t fileSize;
-    if (!file.OpenAndMeasure(CutAtZero(name), fileSize))
+    if (!file.OpenStream(CutAtZero(name)))
         return false;
-    if (fileSize < 0 || fileSize > LargestSize)
+    file.StopBuffering();
+    std::int64_t fileSize;
+    if (!file.MeasureSize(fileSize) || fileSize < 0 || fileSize > LargestSize)
         return false;
     ResizeImage(image, file.GetSize());
     if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))
@@ -213,6 +221,7 @@ bool CFile::WriteImage(const std::vector<unsigned char>& image, const std::strin
     CFile file;
     if (!file.Create(CutAtZero(name)))
         return false;
+    file.StopBuffering();
     if (!image.empty() && !file.Write(image.data(), static_cast<int>(image.size())))
         return false;
     return file.Close();

@@ -104,7 +104,15 @@ public:
     static std::string GetAppUserFolderPath();
 
 private:
-    bool OpenAndMeasure(const std::string& name, std::int64_t& fileSize);
+    /// Opens the file; position and size are not known yet.
+    bool OpenStream(const std::string& name);
+
+    /// Finds out the size, all 64 bits of it, and goes to the start.
+    bool MeasureSize(std::int64_t& fileSize);
+
+    /// Has a file that is moved whole go straight between disk and image, in one system call where
+    /// a buffer would take several.
+    void StopBuffering();
 
     std::FILE* m_pFile = nullptr;
     unsigned int m_Pos = 0;
