@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# Installs into a scratch folder and uses from there what was installed: the program, its manual
+# page, and the libraries in each of the ways that Examples/consumer-* show.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+. Scripts/checking.sh
+source=$PWD
+
+need_packages cmake g++ make man-db mandoc ninja-build pkg-config
+
+
+# Runs a program and checks what it prints.
+expect() {
+    local expected=$1 printed
+    shift
+    printed=$("$@") || fail "failed: $*"
+    [ "$printed" = "$expected" ] || fail "$* printed '$printed', not '$expected'"
+    echo "$expected"
+}
+
+say "Building and installing (from build/install)"
+quietly cmake -S . -B build/install -G Ninja -DZEK_BUILD_TESTS=OFF
+quietly cmake --build build/install
+quietly cmake --install build/install --prefix "$scratch/first"
+# Nothing in what is installed may know where that was.
+prefix=$scratch/moved
+mv "$scratch/first" "$prefix"
+if grep -rlF -e "$scratch/" -e "$source/" "$prefix"; then
+    fail "The files above name a folder of this machine."
+fi
+(cd "$prefix" && find . -type f | sed 's,^\./\([^/]*\)/.*,\1,' | sort | uniq -c)
+libdir=$(dirname "$(find "$prefix" -name pkgconfig)")
+export PKG_CONFIG_PATH=$libdir/pkgconfig
+version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
+expect "$version" pkg-config --modversion zektexcomp
+for document in README.md CHANGELOG.md LICENSE; do
+    if [ -e $document ]; then
+        quietly cmp $document "$prefix/share/doc/ZEKTexComp/$document"
+    fi
+done
+cp -r Examples "$scratch/examples"
+rm -rf "$scratch"/examples/consumer-*/build
+
+say "The program"
+build/install/Examples/WriteSample "$scratch/sample"
+model=$scratch/sample/model.zek
+expect "ExistTextureCompression 1 1 2 1
+ExistCubemapCompression 1 0 0 0
+ExistLightmapCompression 0 0 0 1
+Succeeded" "$prefix/bin/ZEKTexComp" "$model"
+
+say "The manual page"
+page=$prefix/share/man/man1/ZEKTexComp.1
+# Whether the pages that it refers to are installed here is no fault of it.
+faults=$({ mandoc -Tlint "$page" || true; } 2>&1 \
+    | sed '/outdated mandoc.db/d; /referenced manual not found/d')
+faults+=$(man --warnings -l "$page" 2>&1 >/dev/null) || fail "man cannot show it"
+[ -z "$faults" ] || fail "$faults"
+echo "neither mandoc nor man has anything to say against it"
+
+say "A program that finds the libraries by find_package"
+cd "$scratch/examples/consumer-find-package"
+quietly cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix"
+quietly cmake --build build
+expect "version 26" build/PrintVersion "$model"
+sed -i 's/ZEKTexComp 1\.0/ZEKTexComp 2.0/' CMakeLists.txt
+if cmake -S . -B build-2.0 -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>"$scratch/output"; then
+    fail "version 2.0 was found, too"
+fi
+grep -q "version: $version" "$scratch/output" || fail "version 2.0 was not found for another reason"
+echo "and version 2.0, when asked for, is not found"
+
+say "A program that builds the libraries by add_subdirectory"
+cd "$scratch/examples/consumer-add-subdirectory"
+quietly cmake -S . -B build -DZEKTEXCOMP_SOURCE="$source"
+quietly cmake --build build --parallel 2
+expect "0.50 0.00 0.87" build/TurnVector 30
+
+say "Programs that find the libraries by pkg-config"
+cd "$scratch/examples/consumer-pkg-config"
+quietly make
+expect "models/表示/" ./ModelFolder models/表示/scene.zek
+# Every library in one command, in the order that a linker wants.
+read -ra words < <(pkg-config --cflags --libs zektexcomp)
+quietly g++ -std=c++17 ../ShowFlags.cpp -o ShowFlags "${words[@]}"
+./ShowFlags "$model" >flags
+expect "texture 000                    1       1       1       1" sed -n 2p flags
+
+printf '\nWhat is installed works.\n'

@@ -1,0 +1,188 @@
+#include "Independent/FormatString/FormatString.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <type_traits>
+
+using formatstring::Replace;
+using namespace std::string_literals;
+
+static_assert(std::is_same_v<
+              decltype(&Replace),
+              std::string (*)(const std::string&, const std::string&, const std::string&)>);
+
+namespace
+{
+
+bool IsLeadByte(char character)
+{
+    const int byte = static_cast<unsigned char>(character);
+    return (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
+}
+
+/// What `Replace` does, told by what stands at the front of the text.
+std::string ReplaceSlowly(const std::string& text, const std::string& from, const std::string& to)
+{
+    if (text.length() < from.length())
+        return "";
+    if (text.substr(0, from.length()) == from)
+        return to + ReplaceSlowly(text.substr(from.length()), from, to);
+    if (!IsLeadByte(text[0]))
+        return text.substr(0, 1) + ReplaceSlowly(text.substr(1), from, to);
+    if (text.length() == 1)
+        return text + '\0';
+    return text.substr(0, 2) + ReplaceSlowly(text.substr(2), from, to);
+}
+
+/// Up to maxLength characters of an alphabet that is small enough for matches to happen.
+std::string MakeText(std::mt19937& random, std::size_t minLength, std::size_t maxLength)
+{
+    const std::string alphabet = "aab\\\x81\x9F\xE0\xEF\x80\xA0\xF0\0"s;
+    std::string text(minLength + random() % (maxLength - minLength + 1), 'a');
+    for (char& character : text)
+        character = alphabet[random() % alphabet.length()];
+    return text;
+}
+
+} // namespace
+
+TEST(Replace, ReplacesEveryMatch)
+{
+    EXPECT_EQ("aXaX", Replace("abcabc", "bc", "X"));
+    EXPECT_EQ("XX", Replace("aa", "a", "X"));
+}
+
+TEST(Replace, DropsTheTailThatNoMatchCovers)
+{
+    EXPECT_EQ("abcde", Replace("abcdef", "xy", "Z"));
+    EXPECT_EQ("abcd", Replace("abcdef", "xyz", "Z"));
+    EXPECT_EQ("Xa", Replace("bcab", "bc", "X"));
+}
+
+TEST(Replace, KeepsTheWholeTextWhenOneByteIsReplaced)
+{
+    EXPECT_EQ("abcdef", Replace("abcdef", "x", "Z"));
+    EXPECT_EQ("a/b/c", Replace("a\\b\\c", "\\", "/"));
+}
+
+TEST(Replace, OfATextShorterThanFromIsEmpty)
+{
+    EXPECT_EQ("", Replace("ab", "abc", "X"));
+    EXPECT_EQ("", Replace("", "a", "X"));
+}
+
+TEST(Replace, OfATextEqualToFromIsTo)
+{
+    EXPECT_EQ("X", Replace("abc", "abc", "X"));
+    EXPECT_EQ("", Replace("abc", "abc", ""));
+}
+
+TEST(Replace, FindsAMatchAtTheLastPositionWhereItFits)
+{
+    EXPECT_EQ("abX", Replace("abcd", "cd", "X"));
+}
+
+TEST(Replace, TakesMatchesFromLeftToRightWithoutOverlap)
+{
+    EXPECT_EQ("X", Replace("aaa", "aa", "X"));
+    EXPECT_EQ("XX", Replace("aaaa", "aa", "X"));
+}
+
+TEST(Replace, DoesNotLookIntoWhatItPutIn)
+{
+    EXPECT_EQ("aaaa", Replace("aa", "a", "aa"));
+    EXPECT_EQ("abb", Replace("ab", "a", "ab"));
+}
+
+TEST(Replace, ComparesZeroBytesLikeOthers)
+{
+    EXPECT_EQ("a-b"s, Replace("a\0b"s, "\0"s, "-"));
+    EXPECT_EQ("a\0\0b"s, Replace("a-b", "-", "\0\0"s));
+}
+
+TEST(Replace, NeverSeeksAMatchInsideATwoByteCharacter)
+{
+    EXPECT_EQ("\x83\x5C/", Replace("\x83\x5C\\", "\\", "/"));
+    EXPECT_EQ(
+        "\x83"
+        "ab"s,
+        Replace(
+            "\x83"
+            "ab"s,
+            "a", "X"));
+    EXPECT_EQ(
+        "\x83"
+        "aX"s,
+        Replace(
+            "\x83"
+            "aab"s,
+            "ab", "X"));
+}
+
+TEST(Replace, TakesJustTheLeadBytesOfShiftJISForSuch)
+{
+    for (int byte = 0; byte < 256; ++byte)
+    {
+        const std::string character(1, static_cast<char>(byte));
+        const bool isLead = (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
+        if (byte != '\\')
+        {
+            EXPECT_EQ(character + (isLead ? "\\" : "/"), Replace(character + "\\", "\\", "/"))
+                << byte;
+        }
+    }
+}
+
+TEST(Replace, ReplacesAWholeTwoByteCharacter)
+{
+    EXPECT_EQ(
+        "aXb", Replace(
+                   "a\x83\x5C"
+                   "bc",
+                   "\x83\x5C", "X"));
+}
+
+TEST(Replace, MatchesALeadByteByItself)
+{
+    EXPECT_EQ("X\\", Replace("\x83\\", "\x83", "X"));
+}
+
+TEST(Replace, CopiesBothBytesOfATwoByteCharacterAtTheLastPosition)
+{
+    EXPECT_EQ(
+        "ab\x83"
+        "c"s,
+        Replace(
+            "ab\x83"
+            "c"s,
+            "xy", "Z"));
+}
+
+TEST(Replace, AppendsAZeroByteToALeadByteAtTheVeryEnd)
+{
+    EXPECT_EQ("a\x81\0"s, Replace("a\x81", "x", "Z"));
+    EXPECT_EQ("\xEF\0"s, Replace("\xEF", "x", "Z"));
+    EXPECT_EQ("a", Replace("a\x81", "xy", "Z")) << "behind the last position, hence dropped";
+}
+
+TEST(Replace, WithAnEmptyFromGivesTheTextBack)
+{
+    EXPECT_EQ("abc", Replace("abc", "", "X"));
+    EXPECT_EQ("a\x81", Replace("a\x81", "", "X"));
+    EXPECT_EQ("", Replace("", "", "X"));
+}
+
+TEST(Replace, AgreesWithASlowModelOnRandomTexts)
+{
+    std::mt19937 random(20241);
+    for (int i = 0; i < 50000 && !testing::Test::HasFailure(); ++i)
+    {
+        const std::string text = MakeText(random, 0, 12);
+        const std::string from = MakeText(random, 1, 3);
+        const std::string to = MakeText(random, 0, 3);
+        EXPECT_EQ(ReplaceSlowly(text, from, to), Replace(text, from, to))
+            << "case " << i << ", text " << testing::PrintToString(text) << ", from "
+            << testing::PrintToString(from) << ", to " << testing::PrintToString(to);
+    }
+}

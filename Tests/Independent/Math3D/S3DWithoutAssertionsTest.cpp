@@ -1,0 +1,24 @@
+// What a caller sees who compiles without assertions.
+#ifndef NDEBUG
+#define NDEBUG
+#endif
+
+#include "Independent/Math3D/S3D.h"
+
+#include <gtest/gtest.h>
+
+TEST(S3DWithoutAssertionsDeathTest, IndexOutOfRangeFailsTheAssertionAllTheSame)
+{
+    const char* const message = "S3D.*operator\\[\\].*!\"S3D\\[\\] out of range\"";
+    const S3D vector(1.0f, 2.0f, 3.0f);
+    EXPECT_DEATH(static_cast<void>(vector[3]), message);
+    EXPECT_DEATH(static_cast<void>(vector[~0ul]), message);
+}
+
+TEST(S3DWithoutAssertions, IndexZeroOneTwoGivesXYZ)
+{
+    const S3D vector(1.0f, 2.0f, 3.0f);
+    EXPECT_EQ(1.0f, vector[0]);
+    EXPECT_EQ(2.0f, vector[1]);
+    EXPECT_EQ(3.0f, vector[2]);
+}

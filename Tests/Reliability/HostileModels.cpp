@@ -1,0 +1,225 @@
+#include "Reliability/HostileModels.h"
+
+#include <functional>
+#include <limits>
+#include <utility>
+
+#include "Independent/FileImage/FileImage.h"
+#include "Support/CModelBuilder.h"
+
+using testsupport::CModelBuilder;
+using testsupport::SModel;
+
+namespace
+{
+
+/// Puts n records into a model.
+using Fill = std::function<void(SModel& model, int n)>;
+
+struct SFilling
+{
+    std::string what;
+    int version;
+    Fill fill;
+};
+
+// One more than a std::string of the common libraries keeps within itself.
+const std::string ShortestOnHeap(16, 'n');
+
+template <typename Record>
+void Repeat(std::vector<Record>& list, int n, const Record& record)
+{
+    list.assign(static_cast<std::size_t>(n), record);
+}
+
+SModel MakeModel(const SFilling& filling, int n)
+{
+    SModel model;
+    model.version = filling.version;
+    filling.fill(model, n);
+    return model;
+}
+
+void FillSimplePrimitives(SModel& model, int n, const std::vector<int>& indices)
+{
+    model.nodes.resize(1);
+    model.nodes[0].colliderShape = 2;
+    model.nodes[0].hasMesh = 1;
+    Repeat(model.nodes[0].mesh.primitives, n, indices);
+}
+
+void FillMesh(SModel& model, const testsupport::SMesh& mesh)
+{
+    model.meshes = {mesh};
+}
+
+const std::vector<SFilling>& GetFillings()
+{
+    using namespace testsupport;
+    static const std::vector<SFilling> fillings = {
+        {"textures without names", 26,
+         [](SModel& model, int n) {
+             Repeat(model.textures, n, STexture{"", 0, {}});
+         }},
+        {"textures with names of 16 bytes", 26,
+         [](SModel& model, int n) {
+             Repeat(model.textures, n, STexture{ShortestOnHeap, 0, {}});
+         }},
+        {"lightmaps without names", 26,
+         [](SModel& model, int n) {
+             Repeat(model.lightmaps, n, SLightmap{"", {}});
+         }},
+        {"lightmaps with names of 16 bytes", 26,
+         [](SModel& model, int n) {
+             Repeat(model.lightmaps, n, SLightmap{ShortestOnHeap, {}});
+         }},
+        {"probes without flags", 12,
+         [](SModel& model, int n) { model.probes.resize(static_cast<std::size_t>(n)); }},
+        {"probes with flags", 16,
+         [](SModel& model, int n) { model.probes.resize(static_cast<std::size_t>(n)); }},
+        {"probes without names", 26,
+         [](SModel& model, int n) {
+             Repeat(model.probes, n, SProbe{0, {}, 0, {}, ""});
+         }},
+        {"bones without names", 25,
+         [](SModel& model, int n) {
+             Repeat(model.bones, n, SBone{"", 0});
+         }},
+        {"UV pairs", 25,
+         [](SModel& model, int n)
+         {
+             model.materials.resize(1);
+             model.materials[0].uvListFlag = 1;
+             model.materials[0].uvCount = n;
+         }},
+        {"vertices", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {n, {}, {}, {}});
+         }},
+        {"vertices with bone weights", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {n, {0, 0, 0, 0, 0, 1}, {}, {}});
+         }},
+        {"vertices with all streams", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {n, {1, 1, 1, 1, 1, 1}, {}, {}});
+         }},
+        {"primitives without indices", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {0, {}, std::vector<SPrimitive>(std::size_t(n), {0, {}}), {}});
+         }},
+        {"primitives with one index", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {0, {}, std::vector<SPrimitive>(std::size_t(n), {0, {0}}), {}});
+         }},
+        {"morphs of no vertex, without names", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {0, {}, {}, std::vector<std::string>(std::size_t(n))});
+         }},
+        {"morphs of one vertex, without names", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {1, {}, {}, std::vector<std::string>(std::size_t(n))});
+         }},
+        {"morphs of one vertex, with names of 16 bytes", 25,
+         [](SModel& model, int n) {
+             FillMesh(model, {1, {}, {}, std::vector<std::string>(std::size_t(n), ShortestOnHeap)});
+         }},
+        {"meshes of no vertex", 25,
+         [](SModel& model, int n) {
+             Repeat(model.meshes, n, SMesh{0, {}, {}, {}});
+         }},
+        {"meshes of one vertex, primitive and morph", 25,
+         [](SModel& model, int n) {
+             Repeat(model.meshes, n, SMesh{1, {1, 1, 1, 1, 1, 1}, {{0, {0}}}, {""}});
+         }},
+        // No list fits where the one before it was.
+        {"meshes each larger than the one before", 25,
+         [](SModel& model, int n)
+         {
+             for (int size = 1; size <= n; ++size)
+             {
+                 model.meshes.push_back({size, {}, {}, {}});
+                 n -= size;
+             }
+         }},
+        {"vertices of a collision mesh", 25,
+         [](SModel& model, int n)
+         {
+             FillSimplePrimitives(model, 0, {});
+             model.nodes[0].mesh.vertexCount = n;
+             model.nodes[0].mesh.streams[0] = 1;
+         }},
+        {"primitives of a collision mesh without indices", 25,
+         [](SModel& model, int n) { FillSimplePrimitives(model, n, {}); }},
+        {"primitives of a collision mesh with one index", 25,
+         [](SModel& model, int n) { FillSimplePrimitives(model, n, {0}); }},
+        {"nodes without names", 7, [](SModel& model, int n) { Repeat(model.nodes, n, SNode{""}); }},
+        {"materials without names", 7,
+         [](SModel& model, int n) { Repeat(model.materials, n, SMaterial{""}); }},
+        {"the name of a texture", 26,
+         [](SModel& model, int n) {
+             Repeat(model.textures, 1, STexture{std::string(std::size_t(n), 'n'), 0, {}});
+         }},
+        {"the name of a lightmap", 26,
+         [](SModel& model, int n) {
+             Repeat(model.lightmaps, 1, SLightmap{std::string(std::size_t(n), 'n'), {}});
+         }},
+        {"the name of a probe", 26,
+         [](SModel& model, int n)
+         {
+             model.probes.resize(1);
+             model.probes[0].name.assign(std::size_t(n), 'n');
+         }},
+        {"bytes behind the last section", 26,
+         [](SModel& model, int n) { model.tail.assign(std::size_t(n), 't'); }},
+    };
+    return fillings;
+}
+
+const std::vector<std::pair<std::string, int>> Counts = {
+    {"node count", 25},
+    {"simple mesh vertex count", 25},
+    {"simple mesh primitive count", 25},
+    {"simple mesh index count", 25},
+    {"mesh count", 25},
+    {"mesh vertex count", 25},
+    {"primitive count", 25},
+    {"primitive index count", 25},
+    {"morph count", 25},
+    {"material count", 25},
+    {"UV list count", 25},
+    {"probe count", 12},
+    {"probe count", 25},
+    {"texture count", 25},
+    {"bone count", 25},
+    {"texture count", 26},
+    {"probe count", 26},
+    {"lightmap count", 26},
+};
+
+} // namespace
+
+std::vector<SHostileModel> MakeHostileModels(std::size_t size)
+{
+    std::vector<SHostileModel> models;
+    for (const SFilling& filling : GetFillings())
+    {
+        const auto getSize = [&](int n)
+        { return CModelBuilder::Build(MakeModel(filling, n)).GetImage().size(); };
+        constexpr int sample = 10000;
+        const std::size_t sampleSize = getSize(2 * sample) - getSize(sample);
+        const SModel model = MakeModel(filling, static_cast<int>(size * sample / sampleSize));
+        models.push_back({filling.what, CModelBuilder::Build(model).GetImage(), true});
+    }
+    for (const auto& [name, version] : Counts)
+    {
+        SModel model = testsupport::MakeFullModel(version);
+        model.tail.assign(size, 't');
+        const CModelBuilder builder = CModelBuilder::Build(model);
+        models.push_back(
+            {"huge " + name + ", version " + std::to_string(version), builder.GetImage(), false});
+        fileimage::WriteInt(
+            models.back().image.data() + builder.GetOffset(name), std::numeric_limits<int>::max());
+    }
+    return models;
+}

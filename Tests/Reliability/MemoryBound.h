@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+/// The memory that a pass may take, whatever the file says: so many bytes of the heap for each byte
+/// of the file, the file's image included, and a fixed rest for paths and messages.
+///
+/// The most expensive byte of a file is that of a lightmap without a name: its record takes five
+/// bytes, and its name and its four flag addresses take more than a hundred.
+constexpr std::size_t MostHeapBytesPerFileByte = 24;
+constexpr std::size_t MostFixedHeapBytes = 16 * 1024;
+
+constexpr std::size_t GetMostHeapBytes(std::size_t fileSize)
+{
+    return MostHeapBytesPerFileByte * fileSize + MostFixedHeapBytes;
+}

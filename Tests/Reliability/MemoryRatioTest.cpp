@@ -1,0 +1,47 @@
+#include <algorithm>
+#include <cstdio>
+
+#include <gtest/gtest.h>
+
+#include "Reliability/CSilence.h"
+#include "Reliability/HeapCount.h"
+#include "Reliability/HostileModels.h"
+#include "Reliability/MemoryBound.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
+
+namespace
+{
+
+constexpr std::size_t HostileSize = 1024 * 1024;
+
+/// Does the pass and returns the most heap bytes that were in use, the image included.
+std::size_t MeasurePass(const SHostileModel& model)
+{
+    const std::size_t bytesBefore = heapcount::GetLiveBytes();
+    testsupport::Bytes image = model.image;
+    heapcount::ResetPeak();
+    bool isAccepted;
+    {
+        const CSilence silence;
+        isAccepted = zek::CZEKOverwriter().OverwriteImage(image, "nowhere/model.zek");
+    }
+    EXPECT_EQ(isAccepted, model.isAccepted);
+    return heapcount::GetPeakBytes() - bytesBefore;
+}
+
+} // namespace
+
+TEST(MemoryRatioTest, NoFileCostsMoreHeapThanTheBoundTimesItsSize)
+{
+    double worst = 0.0;
+    for (const SHostileModel& model : MakeHostileModels(HostileSize))
+    {
+        SCOPED_TRACE(model.what);
+        const std::size_t bytes = MeasurePass(model);
+        EXPECT_LE(bytes, GetMostHeapBytes(model.image.size()));
+        const double ratio = static_cast<double>(bytes) / static_cast<double>(model.image.size());
+        std::printf("%7.2f heap bytes per byte of file: %s\n", ratio, model.what.c_str());
+        worst = std::max(worst, ratio);
+    }
+    std::printf("%7.2f is the worst\n", worst);
+}

@@ -1,0 +1,120 @@
+#include <cstdio>
+#include <filesystem>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Reliability/HostileModels.h"
+#include "Reliability/MemoryBound.h"
+#include "Reliability/NastyModels.h"
+#include "Reliability/Program.h"
+#include "Support/CTemporaryFolder.h"
+
+using testsupport::CTemporaryFolder;
+using testsupport::FolderContents;
+using testsupport::SProgramResult;
+
+namespace
+{
+
+#ifdef ZEK_IS_SANITIZED
+constexpr long ProgramKilobytes = 1024 * 1024; // the address sanitizer keeps what is freed
+#else
+constexpr long ProgramKilobytes = 16 * 1024; // the program, and what this test hands down to it
+#endif
+
+const std::string Accepted = "accepted: ";
+const std::string Refused = "refused: ";
+
+/// Writes each hostile model to a file of its name. A process of its own does it: the memory of
+/// this one counts as that of the programs that it starts, each of which begins as a copy of it.
+void WriteHostileModels(const CTemporaryFolder& folder)
+{
+    const pid_t writer = fork();
+    if (writer == 0)
+    {
+        constexpr std::size_t size = 1024 * 1024;
+        for (const SHostileModel& model : MakeHostileModels(size))
+            folder.Write((model.isAccepted ? Accepted : Refused) + model.what, model.image);
+        _exit(0);
+    }
+    int status = -1;
+    waitpid(writer, &status, 0);
+    ASSERT_EQ(status, 0);
+}
+
+class NastyProgramTest : public testing::TestWithParam<int>
+{
+};
+
+} // namespace
+
+TEST_P(NastyProgramTest, ANastyModelIsRewrittenOrRefusedAndNoOtherFileChanges)
+{
+    constexpr int step = 67; // takes a few values of each kind from each version
+    const CTemporaryFolder folder;
+    folder.Write("tex_dxt/000.dds", "variant");
+    folder.Write("other.zek", "bystander");
+    const std::string path = folder.GetPath("model.zek");
+
+    int index = GetParam();
+    int runCount = 0;
+    ForEachNastyModel(
+        GetParam(),
+        [&](const SNastyModel& model)
+        {
+            if (++index % step != 0)
+                return;
+            SCOPED_TRACE(model.what);
+            folder.Write("model.zek", model.image);
+            FolderContents before = folder.GetContents();
+            const SProgramResult result = RunTool(path);
+            FolderContents after = folder.GetContents();
+            EXPECT_LT(result.peakKilobytes, ProgramKilobytes);
+            EXPECT_EQ(result.errors, "");
+            if (result.exitStatus == 0)
+            {
+                EXPECT_TRUE(IsSuccess(result));
+                EXPECT_EQ(after["model.zek"].size(), before["model.zek"].size());
+                after.erase("model.zek");
+                before.erase("model.zek");
+            }
+            else
+            {
+                EXPECT_EQ(result.exitStatus, 255);
+                EXPECT_EQ(result.output, "Error " + path + "\n");
+            }
+            EXPECT_EQ(after, before);
+            ++runCount;
+        });
+    EXPECT_GE(runCount, 4);
+    RecordProperty("runs", runCount);
+}
+
+INSTANTIATE_TEST_SUITE_P(Version, NastyProgramTest, testing::Range(7, 28));
+
+TEST(HostileProgramTest, AHostileModelTakesNoMoreOfTheMachinesMemoryThanTheBound)
+{
+    const CTemporaryFolder folder;
+    WriteHostileModels(folder);
+    std::set<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.GetPath()))
+        paths.insert(entry.path());
+    EXPECT_GT(paths.size(), 40u);
+
+    for (const std::filesystem::path& path : paths)
+    {
+        SCOPED_TRACE(path);
+        const bool isAccepted = path.filename().string().find(Accepted) == 0;
+        const std::size_t size = std::filesystem::file_size(path);
+        const SProgramResult result = RunTool(path);
+        EXPECT_EQ(result.exitStatus, isAccepted ? 0 : 255);
+        const long bound = static_cast<long>(GetMostHeapBytes(size) / 1024) + ProgramKilobytes;
+        EXPECT_LT(result.peakKilobytes, bound);
+        std::printf(
+            "%7ld KB resident: %s\n", result.peakKilobytes, path.filename().string().c_str());
+    }
+}

@@ -1,0 +1,101 @@
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+#include "Independent/FileImage/FileImage.h"
+#include "Reliability/CSilence.h"
+#include "Reliability/HeapCount.h"
+#include "Reliability/MemoryBound.h"
+#include "Reliability/NastyModels.h"
+#include "Support/CModelMap.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
+#include "ZEKOverwriter/SCompressionFamily.h"
+
+using testsupport::Bytes;
+using testsupport::CModelMap;
+using testsupport::CTemporaryFolder;
+
+namespace
+{
+
+constexpr int MarkerVersion = 21;
+constexpr std::size_t VersionOffset = 4;
+constexpr std::size_t MarkerOffset = 8;
+constexpr unsigned char Absent = 0;
+constexpr unsigned char Present = 1;
+
+bool HasMarker(const Bytes& image)
+{
+    return fileimage::ReadInt(image.data() + VersionOffset) >= MarkerVersion;
+}
+
+/// Returns what the model must be after a pass, by an independent reading of it. Of all variants,
+/// only that of the first texture for the last family is there.
+Bytes GetExpected(const Bytes& image, const CModelMap& map)
+{
+    Bytes expected = image;
+    for (const auto* flags :
+         {&map.GetTextureFlags(), &map.GetProbeFlags(), &map.GetLightmapFlags()})
+    {
+        for (std::size_t offset : *flags)
+            std::fill_n(expected.data() + offset, zek::CompressionFamilyCount, Absent);
+    }
+    if (!map.GetTextureFlags().empty())
+        expected[map.GetTextureFlags()[0] + zek::CompressionFamilyCount - 1] = Present;
+    if (HasMarker(image))
+        expected[MarkerOffset] = 1;
+    return expected;
+}
+
+/// Does the pass on a copy of the model that fills its heap block to the last byte, and checks
+/// that it ends as it must and keeps to what it may do.
+void CheckPass(const Bytes& model, const std::string& path)
+{
+    Bytes image = model;
+    const std::size_t bytesBefore = heapcount::GetLiveBytes() - image.size();
+    heapcount::ResetPeak();
+    bool isAccepted;
+    {
+        const CSilence silence;
+        isAccepted = zek::CZEKOverwriter().OverwriteImage(image, path);
+    }
+    EXPECT_LE(heapcount::GetPeakBytes() - bytesBefore, GetMostHeapBytes(image.size()));
+    ASSERT_EQ(image.size(), model.size());
+
+    const CModelMap map(model);
+    ASSERT_EQ(isAccepted, map.IsAccepted());
+    if (isAccepted)
+    {
+        EXPECT_TRUE(image == GetExpected(model, map)) << "a flag, the marker or another byte";
+        return;
+    }
+    if (HasMarker(image))
+        image[MarkerOffset] = model[MarkerOffset];
+    EXPECT_TRUE(image == model) << "refused, and yet another byte than the marker changed";
+}
+
+class NastyValuesTest : public testing::TestWithParam<int>
+{
+};
+
+} // namespace
+
+TEST_P(NastyValuesTest, AnyFieldMayHoldAnythingAndThePassEndsCleanlyWithinItsMemory)
+{
+    const CTemporaryFolder folder;
+    folder.Write("tex_dxt/000.dds", "");
+    const std::string path = folder.GetPath("model.zek");
+    int modelCount = 0;
+    ForEachNastyModel(
+        GetParam(),
+        [&](const SNastyModel& model)
+        {
+            SCOPED_TRACE(model.what);
+            CheckPass(model.image, path);
+            ++modelCount;
+        });
+    RecordProperty("models", modelCount);
+    EXPECT_GT(modelCount, 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Version, NastyValuesTest, testing::Range(7, 28));

@@ -1,0 +1,52 @@
+#include "Walk.h"
+
+#include <gtest/gtest.h>
+
+#include "Independent/FileImage/FileImage.h"
+
+namespace testsupport
+{
+
+std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version)
+{
+    Bytes block(bytes.begin(), bytes.end()); // not const: the header's walker writes to it
+    zek::CZEKOverwriter overwriter;
+    fileimage::CFileImageAnalyser reader(block.data(), block.data() + block.size());
+    if (!walker(overwriter, reader, version))
+        return Refused;
+    EXPECT_GE(reader.GetCanReadSize(), 0) << "the walker went past the end";
+    return reader.GetPos();
+}
+
+std::int64_t SizeOf(const Bytes& bytes)
+{
+    return static_cast<std::int64_t>(bytes.size());
+}
+
+Bytes Cut(const Bytes& bytes, std::int64_t size)
+{
+    return Bytes(bytes.begin(), (size < 0 ? bytes.end() : bytes.begin()) + size);
+}
+
+Bytes Extend(const Bytes& bytes, std::size_t count)
+{
+    Bytes result = bytes;
+    result.resize(bytes.size() + count);
+    return result;
+}
+
+Bytes SetInt(const CModelBuilder& builder, const std::string& name, int value, int n)
+{
+    Bytes result = builder.GetImage();
+    fileimage::WriteInt(result.data() + builder.GetOffset(name, n), value);
+    return result;
+}
+
+Bytes IntAlone(int value)
+{
+    Bytes result(4);
+    fileimage::WriteInt(result.data(), value);
+    return result;
+}
+
+} // namespace testsupport

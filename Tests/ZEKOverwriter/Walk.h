@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Support/CModelBuilder.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
+
+namespace testsupport
+{
+
+using Bytes = std::vector<unsigned char>;
+
+/// The type of each walker of `CZEKOverwriter` that takes a version.
+using MemberWalker = bool (zek::CZEKOverwriter::*)(fileimage::CFileImageAnalyser&, int);
+
+/// Any walker; one that takes no version ignores it.
+using Walker = std::function<bool(zek::CZEKOverwriter&, fileimage::CFileImageAnalyser&, int)>;
+
+/// What `Walk` returns for a walker that returned false.
+constexpr std::int64_t Refused = -1;
+
+/// Sets a walker on the start of a heap block of exactly these bytes, so that a sanitizer sees a
+/// read behind them. Returns how many it consumed, or Refused.
+std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version);
+
+/// The number of bytes in the type that `Walk` returns.
+std::int64_t SizeOf(const Bytes& bytes);
+
+/// The first size bytes, or all bytes but the last -size when size is negative.
+Bytes Cut(const Bytes& bytes, std::int64_t size);
+
+/// The bytes with count zero bytes behind.
+Bytes Extend(const Bytes& bytes, std::size_t count);
+
+/// The image with another value in the n-th int of a name, from 0.
+Bytes SetInt(const CModelBuilder& builder, const std::string& name, int value, int n = 0);
+
+/// An image of one int alone.
+Bytes IntAlone(int value);
+
+} // namespace testsupport
