@@ -13,7 +13,7 @@ namespace
 float Factorial(int n)
 {
     int product = 1;
-    for (int factor = 1; factor <= n; ++factor)
+    for (int factor = 1; factor <= n && product != 0; ++factor)
         product = WrappingMultiply(product, factor);
     return static_cast<float>(product);
 }
