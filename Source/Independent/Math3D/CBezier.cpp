@@ -22,9 +22,10 @@ float Factorial(int n)
 
 float CBezier::Bernstein(int i, int n, float t)
 {
-    const float coefficient = Factorial(n) / (Factorial(i) * Factorial(n - i));
+    const int rest = WrappingSubtract(n, i);
+    const float coefficient = Factorial(n) / (Factorial(i) * Factorial(rest));
     return coefficient * std::pow(t, static_cast<float>(i)) *
-           std::pow(1.0f - t, static_cast<float>(n - i));
+           std::pow(1.0f - t, static_cast<float>(rest));
 }
 
 S2D CBezier::CalcBezier(const std::array<S2D, 4>& points, float t)

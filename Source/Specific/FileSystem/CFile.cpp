@@ -113,7 +113,7 @@ bool CFile::Read(void* dest, int size)
     const unsigned int byteCount = static_cast<unsigned int>(size);
     if (m_pFile == nullptr || m_Pos > m_Size || byteCount > m_Size - m_Pos)
         return false;
-    if (std::fread(dest, 1, byteCount, m_pFile) != byteCount)
+    if (byteCount > 0 && std::fread(dest, 1, byteCount, m_pFile) != byteCount)
         return false;
     m_Pos += byteCount;
     return true;
@@ -124,7 +124,7 @@ bool CFile::Write(const void* src, int size)
     const unsigned int byteCount = static_cast<unsigned int>(size);
     if (m_pFile == nullptr)
         return false;
-    if (std::fwrite(src, 1, byteCount, m_pFile) != byteCount)
+    if (byteCount > 0 && std::fwrite(src, 1, byteCount, m_pFile) != byteCount)
         return false;
     m_Pos += byteCount;
     return true;
