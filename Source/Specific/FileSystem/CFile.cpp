@@ -82,6 +82,11 @@ bool CFile::MeasureSize(std::int64_t& fileSize)
     return true;
 }
 
+bool CFile::IsAtEnd()
+{
+    return std::fgetc(m_pFile) == EOF && std::ferror(m_pFile) == 0;
+}
+
 void CFile::StopBuffering()
 {
     std::setvbuf(m_pFile, nullptr, _IONBF, 0);
@@ -210,6 +215,8 @@ bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name
         return false;
     ResizeImage(image, file.GetSize());
     if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))
+        return false;
+    if (image.empty() && !file.IsAtEnd())
         return false;
     return file.Close();
 }

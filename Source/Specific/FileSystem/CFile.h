@@ -110,6 +110,10 @@ private:
     /// Finds out the size, all 64 bits of it, and goes to the start.
     bool MeasureSize(std::int64_t& fileSize);
 
+    /// Tells whether nothing can be read because nothing is left. What some systems call an empty
+    /// file is a folder or a device, and answers otherwise. Steps over what it finds.
+    bool IsAtEnd();
+
     /// Has a file that is moved whole go straight between disk and image, in one system call where
     /// a buffer would take several.
     void StopBuffering();
