@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Independent/Math3D/Float4.h"
 #include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/S4D.h"
 #include "Independent/Math3D/SQuaternion.h"
 
+#include <algorithm>
 #include <cmath>
 
 /// A 4x4 matrix of floats for affine and projective transforms.
@@ -330,15 +332,19 @@ struct SMatrix
 /// order.
 inline SMatrix operator*(const SMatrix& a, const SMatrix& b)
 {
-    // Columns outside: with g++ and clang faster at -O2 than rows outside, and the same at -O3.
+    using math3d::Float4;
+    using math3d::Shuffle;
+    const Float4 b0 = math3d::LoadFloat4(b.m[0]);
+    const Float4 b1 = math3d::LoadFloat4(b.m[1]);
+    const Float4 b2 = math3d::LoadFloat4(b.m[2]);
+    const Float4 b3 = math3d::LoadFloat4(b.m[3]);
     SMatrix product(0);
-    for (int column = 0; column < 4; ++column)
+    for (int row = 0; row < 4; ++row)
     {
-        for (int row = 0; row < 4; ++row)
-        {
-            product.m[row][column] = a.m[row][0] * b.m[0][column] + a.m[row][1] * b.m[1][column] +
-                                     a.m[row][2] * b.m[2][column] + a.m[row][3] * b.m[3][column];
-        }
+        const Float4 factors = math3d::LoadFloat4(a.m[row]);
+        const Float4 sum = Shuffle<0, 0, 0, 0>(factors) * b0 + Shuffle<1, 1, 1, 1>(factors) * b1 +
+                           Shuffle<2, 2, 2, 2>(factors) * b2 + Shuffle<3, 3, 3, 3>(factors) * b3;
+        math3d::StoreFloat4(product.m[row], sum);
     }
     return product;
 }
@@ -350,33 +356,123 @@ inline SMatrix& SMatrix::operator*=(const SMatrix& other)
 
 inline SMatrix SMatrix::GetInverse() const
 {
-    // The determinant of three rows and three columns. Each use names the row that is expanded
-    // first and leaves rows 2 and 3, or 0 and 1, for the 2x2 determinants: the sixteen minors share
-    // twelve of those. The rotated order of the rows is an even permutation, so no sign changes.
-    const auto minor = [this](int row0, int row1, int row2, int i, int j, int k)
-    {
-        return det3x3(
-            m[row0][i], m[row1][i], m[row2][i], //
-            m[row0][j], m[row1][j], m[row2][j], //
-            m[row0][k], m[row1][k], m[row2][k]);
-    };
-    SMatrix inverse(
-        minor(1, 2, 3, 1, 2, 3), -minor(0, 2, 3, 1, 2, 3), //
-        minor(3, 0, 1, 1, 2, 3), -minor(2, 0, 1, 1, 2, 3), //
-        -minor(1, 2, 3, 0, 2, 3), minor(0, 2, 3, 0, 2, 3), //
-        -minor(3, 0, 1, 0, 2, 3), minor(2, 0, 1, 0, 2, 3), //
-        minor(1, 2, 3, 0, 1, 3), -minor(0, 2, 3, 0, 1, 3), //
-        minor(3, 0, 1, 0, 1, 3), -minor(2, 0, 1, 0, 1, 3), //
-        -minor(1, 2, 3, 0, 1, 2), minor(0, 2, 3, 0, 1, 2), //
-        -minor(3, 0, 1, 0, 1, 2), minor(2, 0, 1, 0, 1, 2));
+    using math3d::Float4;
+    using math3d::Shuffle;
 
-    const float determinant = m[0][0] * inverse.m[0][0] + m[0][1] * inverse.m[1][0] +
-                              m[0][2] * inverse.m[2][0] + m[0][3] * inverse.m[3][0];
+    // The columns, rows 0 and 1 swapped in them and rows 2 and 3: the cofactors of a row are made
+    // of the row beside it and of the 2x2 determinants of the two others.
+    Float4 c0 = math3d::LoadFloat4(m[1]);
+    Float4 c1 = math3d::LoadFloat4(m[0]);
+    Float4 c2 = math3d::LoadFloat4(m[3]);
+    Float4 c3 = math3d::LoadFloat4(m[2]);
+    math3d::Transpose(c0, c1, c2, c3);
+
+    // The 2x2 determinants of columns i and j: twice that of rows 2 and 3, twice that of 0 and 1.
+    const auto determinants = [](Float4 i, Float4 j)
+    {
+        return Shuffle<3, 3, 1, 1>(i) * Shuffle<2, 2, 0, 0>(j) -
+               Shuffle<3, 3, 1, 1>(j) * Shuffle<2, 2, 0, 0>(i);
+    };
+    const Float4 d01 = determinants(c0, c1);
+    const Float4 d02 = determinants(c0, c2);
+    const Float4 d03 = determinants(c0, c3);
+    const Float4 d12 = determinants(c1, c2);
+    const Float4 d13 = determinants(c1, c3);
+    const Float4 d23 = determinants(c2, c3);
+
+    // The rows of the adjugate but for their signs, which alternate.
+    const Float4 row0 = c1 * d23 - c2 * d13 + c3 * d12;
+    const Float4 row1 = c0 * d23 - c2 * d03 + c3 * d02;
+    const Float4 row2 = c0 * d13 - c1 * d03 + c3 * d01;
+    const Float4 row3 = c0 * d12 - c1 * d02 + c2 * d01;
+
+    const float determinant =
+        m[0][0] * row0[0] - m[0][1] * row1[0] + m[0][2] * row2[0] - m[0][3] * row3[0];
     const float reciprocal = 1.0f / determinant;
-    for (float(&row)[4] : inverse.m)
-        for (float& element : row)
-            element *= reciprocal;
+    const Float4 signedReciprocal = {reciprocal, -reciprocal, reciprocal, -reciprocal};
+    SMatrix inverse(0);
+    math3d::StoreFloat4(inverse.m[0], row0 * signedReciprocal);
+    math3d::StoreFloat4(inverse.m[1], row1 * -signedReciprocal);
+    math3d::StoreFloat4(inverse.m[2], row2 * signedReciprocal);
+    math3d::StoreFloat4(inverse.m[3], row3 * -signedReciprocal);
     return inverse;
+}
+
+inline SQuaternion SMatrix::GetQuaternion() const
+{
+    // Four times the square of w, and further down of the largest of x, y and z: the division is
+    // never by a small number.
+    const float trace = m[0][0] + m[1][1] + m[2][2] + m[3][3];
+    if (trace >= 1.0f)
+    {
+        const float r = 2.0f * std::sqrt(trace);
+        return SQuaternion(
+            (m[1][2] - m[2][1]) / r, (m[2][0] - m[0][2]) / r, (m[0][1] - m[1][0]) / r, r / 4.0f);
+    }
+    if (m[2][2] > (m[0][0] > m[1][1] ? m[0][0] : m[1][1]))
+    {
+        const float r = 2.0f * std::sqrt(m[2][2] - m[0][0] - m[1][1] + 1.0f);
+        return SQuaternion(
+            (m[2][0] + m[0][2]) / r, (m[2][1] + m[1][2]) / r, r / 4.0f, (m[0][1] - m[1][0]) / r);
+    }
+    if (m[0][0] > m[1][1])
+    {
+        const float r = 2.0f * std::sqrt(m[0][0] - m[1][1] - m[2][2] + 1.0f);
+        return SQuaternion(
+            r / 4.0f, (m[0][1] + m[1][0]) / r, (m[0][2] + m[2][0]) / r, (m[1][2] - m[2][1]) / r);
+    }
+    const float r = 2.0f * std::sqrt(m[1][1] - m[2][2] - m[0][0] + 1.0f);
+    return SQuaternion(
+        (m[1][0] + m[0][1]) / r, r / 4.0f, (m[1][2] + m[2][1]) / r, (m[2][0] - m[0][2]) / r);
+}
+
+inline S3D SMatrix::GetEulerRadXYZ() const
+{
+    const float sinY = std::clamp(-m[0][2], -1.0f, 1.0f);
+    float x = 0.0f;
+    float z;
+    if (sinY == 1.0f)
+        z = std::atan2(-m[1][0], m[1][1]);
+    else if (sinY == -1.0f)
+        z = std::atan2(-m[1][0], -m[1][1]);
+    else
+    {
+        x = std::atan2(m[1][2], m[2][2]);
+        z = std::atan2(m[0][1], m[0][0]);
+    }
+    return S3D(x, std::asin(sinY), z);
+}
+
+inline S3D SMatrix::GetEulerRadYXZ() const
+{
+    const float sinX = std::clamp(m[1][2], -1.0f, 1.0f);
+    const float z = std::abs(sinX) == 1.0f ? 0.0f : std::atan2(-m[1][0], m[1][1]);
+
+    // With the bank taken back, M * B(-z) = H(y) * P(x), column 0 is (cos y, 0, sin y). Read from
+    // there y fits whatever z is, also close to a pole, where rounding alone decides z.
+    const float c = std::cos(z);
+    const float s = std::sin(z);
+    const float y = std::atan2(m[2][0] * c + m[2][1] * s, m[0][0] * c + m[0][1] * s);
+    return S3D(std::asin(sinX), y, z);
+}
+
+inline S3D SMatrix::GetEulerRadZXY() const
+{
+    const float sinX = std::clamp(-m[2][1], -1.0f, 1.0f);
+    const float z = std::abs(sinX) == 1.0f ? 0.0f : std::atan2(m[0][1], m[1][1]);
+
+    // With the bank taken back, B(-z) * M = P(x) * H(y), row 0 is (cos y, 0, -sin y). Read from
+    // there y fits whatever z is, also close to a pole, where rounding alone decides z.
+    const float c = std::cos(z);
+    const float s = std::sin(z);
+    const float y = std::atan2(s * m[1][2] - c * m[0][2], c * m[0][0] - s * m[1][0]);
+    return S3D(std::asin(sinX), y, z);
+}
+
+inline S3D SMatrix::GetEulerRadZYX() const
+{
+    const float sinY = std::clamp(m[2][0], -1.0f, 1.0f);
+    return S3D(std::atan2(-m[2][1], m[2][2]), std::asin(sinY), std::atan2(-m[1][0], m[0][0]));
 }
 
 // The members of the vectors and of the quaternion that need the matrix.
@@ -393,9 +489,19 @@ inline S4D S4D::operator*(const SMatrix& matrix) const
 
 inline S3D S3D::operator*(const SMatrix& matrix) const
 {
-    const S4D product = S4D(*this) * matrix;
-    const S3D point = product.GetS3DNotDivideW();
-    return product.w != 1.0f && product.w != 0.0f ? point * (1.0f / product.w) : point;
+    // Element by element, so that over an array the rows are loaded once: the compiler sees that
+    // writing a point changes no element of a matrix.
+    const auto row = [&matrix](int i) {
+        return math3d::Float4{matrix.m[i][0], matrix.m[i][1], matrix.m[i][2], matrix.m[i][3]};
+    };
+    math3d::Float4 product = x * row(0) + y * row(1) + z * row(2) + row(3);
+
+    // Nearly always w is 1. Comparing its bits costs less than its value, which may be NaN.
+    constexpr float one = 1.0f;
+    const float w = product[3];
+    if (__builtin_expect(std::memcmp(&w, &one, sizeof(w)) != 0, false))
+        product = product * (1.0f / (w != 0.0f ? w : 1.0f));
+    return S3D(product[0], product[1], product[2]);
 }
 
 inline S3D& S3D::operator*=(const SMatrix& matrix)

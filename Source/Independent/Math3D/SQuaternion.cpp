@@ -3,32 +3,59 @@
 #include <algorithm>
 #include <cmath>
 
+namespace
+{
+
+/// The rotation about axis A (0 is X, 1 is Y, 2 is Z), then B, then C by angles in radians: the
+/// quaternion of the product of the three matrices, of which only the terms that are not zero are
+/// computed.
+template <int A, int B, int C>
+SQuaternion FromEulerAngles(float radiansA, float radiansB, float radiansC)
+{
+    // Against the order X, Y, Z, X the sines have the other sign.
+    constexpr float sign = B == (A + 1) % 3 ? 1.0f : -1.0f;
+    const float cosA = std::cos(radiansA);
+    const float sinA = std::sin(radiansA) * sign;
+    const float cosB = std::cos(radiansB);
+    const float sinB = std::sin(radiansB) * sign;
+    const float cosC = std::cos(radiansC);
+    const float sinC = std::sin(radiansC) * sign;
+
+    // The matrix product ends each sum with 0 * 0, which makes 0 of -0.
+    constexpr float zero = 0.0f;
+    SMatrix matrix;
+    matrix.m[A][A] = cosB * cosC + zero;
+    matrix.m[A][B] = cosB * sinC + zero;
+    matrix.m[A][C] = -sinB + zero;
+    matrix.m[B][A] = sinA * sinB * cosC - cosA * sinC + zero;
+    matrix.m[B][B] = sinA * sinB * sinC + cosA * cosC + zero;
+    matrix.m[B][C] = sinA * cosB + zero;
+    matrix.m[C][A] = cosA * sinB * cosC + sinA * sinC + zero;
+    matrix.m[C][B] = cosA * sinB * sinC - sinA * cosC + zero;
+    matrix.m[C][C] = cosA * cosB + zero;
+    return matrix.GetQuaternion();
+}
+
+} // namespace
+
 void SQuaternion::SetEulerRadXYZ(const S3D& radians)
 {
-    *this = (SMatrix::CreateRotPRad(radians.x) * SMatrix::CreateRotHRad(radians.y) *
-             SMatrix::CreateRotBRad(radians.z))
-                .GetQuaternion();
+    *this = FromEulerAngles<0, 1, 2>(radians.x, radians.y, radians.z);
 }
 
 void SQuaternion::SetEulerRadYXZ(const S3D& radians)
 {
-    *this = (SMatrix::CreateRotHRad(radians.y) * SMatrix::CreateRotPRad(radians.x) *
-             SMatrix::CreateRotBRad(radians.z))
-                .GetQuaternion();
+    *this = FromEulerAngles<1, 0, 2>(radians.y, radians.x, radians.z);
 }
 
 void SQuaternion::SetEulerRadZXY(const S3D& radians)
 {
-    *this = (SMatrix::CreateRotBRad(radians.z) * SMatrix::CreateRotPRad(radians.x) *
-             SMatrix::CreateRotHRad(radians.y))
-                .GetQuaternion();
+    *this = FromEulerAngles<2, 0, 1>(radians.z, radians.x, radians.y);
 }
 
 void SQuaternion::SetEulerRadZYX(const S3D& radians)
 {
-    *this = (SMatrix::CreateRotBRad(radians.z) * SMatrix::CreateRotHRad(radians.y) *
-             SMatrix::CreateRotPRad(radians.x))
-                .GetQuaternion();
+    *this = FromEulerAngles<2, 1, 0>(radians.z, radians.y, radians.x);
 }
 
 // The matrices convert degrees by the same formula as S3D does.

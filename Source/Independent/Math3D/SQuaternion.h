@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Independent/Math3D/Float4.h"
 #include "Independent/Math3D/S3D.h"
 
 #include <cmath>
@@ -98,13 +99,19 @@ struct SQuaternion
     }
 
     /// The Hamilton product: the rotation that applies the other first and this one second.
-    constexpr SQuaternion operator*(const SQuaternion& other) const
+    SQuaternion operator*(const SQuaternion& other) const
     {
-        return SQuaternion(
-            w * other.x + other.w * x + y * other.z - z * other.y,
-            w * other.y + other.w * y + z * other.x - x * other.z,
-            w * other.z + other.w * z + x * other.y - y * other.x,
-            w * other.w - x * other.x - y * other.y - z * other.z);
+        using math3d::NegateLast;
+        using math3d::Shuffle;
+        const math3d::Float4 a = math3d::LoadFloat4(&x);
+        const math3d::Float4 b = math3d::LoadFloat4(&other.x);
+        const math3d::Float4 sum = Shuffle<3, 3, 3, 3>(a) * b +
+                                   NegateLast(Shuffle<0, 1, 2, 0>(a)) * Shuffle<3, 3, 3, 0>(b) +
+                                   NegateLast(Shuffle<1, 2, 0, 1>(a)) * Shuffle<2, 0, 1, 1>(b) -
+                                   Shuffle<2, 0, 1, 2>(a) * Shuffle<1, 2, 0, 2>(b);
+        SQuaternion product;
+        math3d::StoreFloat4(&product.x, sum);
+        return product;
     }
 
     /// Scales to length 1 in place. A quaternion of a length of 1e-5 or less stays as it is.
@@ -185,24 +192,24 @@ struct SQuaternion
     {
         constexpr float linearBelow = 0.01f;
 
-        float dot = x * target.x + y * target.y + z * target.z + w * target.w;
-        SQuaternion nearTarget = target;
-        if (dot < 0.0f)
-        {
-            dot = -dot;
-            nearTarget = SQuaternion(-target.x, -target.y, -target.z, -target.w);
-        }
-
+        const float dot = x * target.x + y * target.y + z * target.z + w * target.w;
         float weight = 1.0f - t;
         float targetWeight = t;
-        if (1.0f - dot > linearBelow)
+        if (1.0f - std::abs(dot) > linearBelow)
         {
-            const float theta = std::acos(dot);
+            const float theta = std::acos(std::abs(dot));
             const float sinTheta = std::sin(theta);
             weight = std::sin((1.0f - t) * theta) / sinTheta;
             targetWeight = std::sin(t * theta) / sinTheta;
         }
-        return *this * weight + nearTarget * targetWeight;
+        if (dot < 0.0f) // the negative of the target is nearer
+            targetWeight = -targetWeight;
+
+        SQuaternion result;
+        math3d::StoreFloat4(
+            &result.x,
+            math3d::LoadFloat4(&x) * weight + math3d::LoadFloat4(&target.x) * targetWeight);
+        return result;
     }
 
     /// (x, y, z, -w): the conjugate with all four signs changed, the inverse rotation.
