@@ -84,13 +84,13 @@ TEST(Faults, ModelLargerThanTheMemoryIsAnErrorAndStaysAsItIs)
 {
     if (HasAddressSanitizer)
         GTEST_SKIP() << "the address sanitizer needs more address space than the limit leaves";
-    constexpr int limit = 48 * 1024;
+    constexpr int limit = 32 * 1024;
     const CTemporaryFolder folder;
     folder.Write("model.zek", FullModel.GetImage());
     EXPECT_EQ(0, RunToolInMemory(folder, limit).exitStatus) << "the limit is enough to run at all";
 
     Bytes image = FullModel.GetImage();
-    image.resize(64 << 20);
+    image.resize(40 << 20);
     folder.Write("model.zek", image);
     const SProgramResult result = RunToolInMemory(folder, limit);
     EXPECT_EQ("Error model.zek\n", result.output);

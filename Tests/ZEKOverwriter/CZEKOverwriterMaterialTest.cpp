@@ -270,6 +270,62 @@ TEST(CZEKOverwriterMaterial, FixedFieldsDemandARoughnessIndexThatTheRecordMayNot
     }
 }
 
+TEST(CZEKOverwriterMaterial, FixedFieldsAreDemandedAsAWholeBeforeAnyIsRead)
+{
+    for (int version : {0, 3, 4, 7, 9, 10, 13, 24})
+    {
+        const std::int64_t begin = SizeBeforeMaterials(version) + 2;
+        const int demand = version < 3    ? 61
+                           : version < 4  ? 62
+                           : version < 7  ? 78
+                           : version < 13 ? 94
+                                          : 95;
+        const Bytes image = Extend(BuildList(version, {MakeMaterial(7)}).GetImage(), 4);
+        EXPECT_EQ(begin, WhereRefused(AnalyseMaterialList, Cut(image, begin + demand - 1), version))
+            << version;
+    }
+}
+
+TEST(CZEKOverwriterMaterial, ShaderParametersAreDemandedAsAWholeBeforeAnyIsRead)
+{
+    struct SRow
+    {
+        int version;
+        int shaderType;
+        int before; // bytes of parameters before those that are demanded
+        int demand;
+    };
+    const SRow rows[] = {
+        {10, 0, 0, 8},  {10, 7, 0, 8},   {24, 1, 0, 60}, {25, 1, 60, 4}, {25, 1, 64, 20},
+        {10, 2, 0, 24}, {10, 2, 24, 44}, {10, 3, 0, 52}, {10, 6, 0, 8},
+    };
+    for (const SRow& row : rows)
+    {
+        SMaterial material = MakeMaterial(row.shaderType);
+        material.subFlag = 1;
+        const CModelBuilder builder = BuildList(row.version, {material});
+        const char* first =
+            row.shaderType == 2 || row.shaderType == 3 ? "shader colour" : "shader float";
+        const auto begin = static_cast<std::int64_t>(builder.GetOffset(first)) + row.before;
+        EXPECT_EQ(
+            begin,
+            WhereRefused(
+                AnalyseMaterialList, Cut(builder.GetImage(), begin + row.demand - 1), row.version))
+            << "version " << row.version << ", type " << row.shaderType << ", " << row.demand;
+    }
+}
+
+TEST(CZEKOverwriterMaterial, UVListIsDemandedAsAWholeBeforeAnyOfItIsRead)
+{
+    SMaterial material = MakeMaterial(4);
+    material.uvListFlag = 1;
+    const CModelBuilder builder = BuildList(10, {material});
+    const auto block = static_cast<std::int64_t>(builder.GetOffset("UV list float"));
+    const Bytes& image = builder.GetImage();
+    EXPECT_EQ(block, WhereRefused(AnalyseMaterialList, Cut(image, block + 11), 10));
+    EXPECT_EQ(block + 12, WhereRefused(AnalyseMaterialList, Cut(image, -1), 10));
+}
+
 TEST(CZEKOverwriterMaterial, MaterialOfVersion9WithoutRoughnessIndexThatEndsTheFileIsRefused)
 {
     const Bytes image = BuildList(9, {MakeMaterial(4)}).GetImage();

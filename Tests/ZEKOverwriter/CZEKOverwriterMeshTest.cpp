@@ -72,16 +72,6 @@ SSimpleMesh MakeSimpleMesh(
     return mesh;
 }
 
-/// The offset at which a walker gives up on a mesh; fails when it does not.
-std::int64_t WhereMeshIsRefused(const Bytes& bytes, int version)
-{
-    const Bytes block(bytes.begin(), bytes.end());
-    CZEKOverwriter overwriter;
-    fileimage::CFileImageAnalyser reader(block.data(), block.data() + block.size());
-    EXPECT_FALSE(overwriter.AnalyseMesh(reader, version));
-    return reader.GetPos();
-}
-
 /// Expects a mesh to be accepted when all its bytes are there and not when one is missing.
 void ExpectMeshSize(std::int64_t size, const SMesh& mesh)
 {
@@ -179,15 +169,15 @@ TEST(CZEKOverwriterMesh, HeaderDemandsThirtyBytesBeforeVersion15AndTenFromThen)
     const Bytes image = BuildMesh(MakeBareMesh(0)).GetImage();
     for (int version : {0, 7, 14})
     {
-        EXPECT_EQ(0, WhereMeshIsRefused(Cut(image, 9), version)) << version;
-        EXPECT_EQ(0, WhereMeshIsRefused(Cut(image, 29), version)) << version;
-        EXPECT_EQ(10, WhereMeshIsRefused(Cut(image, 30), version)) << version;
+        EXPECT_EQ(0, WhereRefused(AnalyseMesh, Cut(image, 9), version)) << version;
+        EXPECT_EQ(0, WhereRefused(AnalyseMesh, Cut(image, 29), version)) << version;
+        EXPECT_EQ(10, WhereRefused(AnalyseMesh, Cut(image, 30), version)) << version;
     }
     for (int version : {15, 25})
     {
-        EXPECT_EQ(0, WhereMeshIsRefused(Cut(image, 9), version)) << version;
-        EXPECT_EQ(10, WhereMeshIsRefused(Cut(image, 10), version)) << version;
-        EXPECT_EQ(10, WhereMeshIsRefused(Cut(image, 29), version)) << version;
+        EXPECT_EQ(0, WhereRefused(AnalyseMesh, Cut(image, 9), version)) << version;
+        EXPECT_EQ(10, WhereRefused(AnalyseMesh, Cut(image, 10), version)) << version;
+        EXPECT_EQ(10, WhereRefused(AnalyseMesh, Cut(image, 29), version)) << version;
     }
 }
 
@@ -220,9 +210,11 @@ TEST(CZEKOverwriterMesh, EachStreamAddsItsBytesToAVertex)
     for (const SRow& row : rows)
     {
         SCOPED_TRACE(row.stride);
-        for (int vertexCount : {0, 1, 2, 7})
-            ExpectMeshSize(
-                BareMeshSize + vertexCount * row.stride, MakeBareMesh(vertexCount, row.streams));
+        for (int vertexCount : {0, 1, 2, 100})
+        {
+            const SMesh mesh = MakeBareMesh(vertexCount, row.streams);
+            ExpectMeshSize(BareMeshSize + vertexCount * row.stride, mesh);
+        }
     }
 }
 
@@ -257,14 +249,32 @@ TEST(CZEKOverwriterMesh, BoundingBoxNeedsTwentyFourBytes)
     const Bytes image = BuildMesh(MakeBareMesh(2)).GetImage();
     for (int size = 10; size < 10 + 24 + 24; ++size)
         EXPECT_EQ(Refused, Walk(AnalyseMesh, Cut(image, size), Version)) << size;
-    EXPECT_EQ(10 + 24, WhereMeshIsRefused(Cut(image, 10 + 24 + 23), Version));
+    EXPECT_EQ(10 + 24, WhereRefused(AnalyseMesh, Cut(image, 10 + 24 + 23), Version));
 }
 
 TEST(CZEKOverwriterMesh, VerticesAreDemandedAsAWholeBeforeAnyIsRead)
 {
-    const Bytes image = BuildMesh(MakeBareMesh(4)).GetImage();
-    EXPECT_EQ(10, WhereMeshIsRefused(Cut(image, 10 + 47), Version));
-    EXPECT_EQ(10 + 48, WhereMeshIsRefused(Cut(image, 10 + 48), Version));
+    const int sizes[] = {12, 12, 8, 8, 4, 24};
+    for (std::size_t stream = 0; stream < 6; ++stream)
+    {
+        StreamFlags streams = {};
+        streams[stream] = 1;
+        const Bytes image = BuildMesh(MakeBareMesh(4, streams)).GetImage();
+        const int end = 10 + 4 * (12 + sizes[stream]);
+        EXPECT_EQ(10, WhereRefused(AnalyseMesh, Cut(image, end - 1), Version)) << stream;
+        EXPECT_EQ(end, WhereRefused(AnalyseMesh, Cut(image, end), Version)) << stream;
+    }
+}
+
+TEST(CZEKOverwriterMesh, IndicesAndMorphPositionsAreDemandedAsAWholeBeforeAnyIsRead)
+{
+    SMesh mesh = MakeMesh(3, {}, {0, 1, 2});
+    mesh.morphNames = {"smile"};
+    const Bytes image = BuildMesh(mesh).GetImage();
+    constexpr int indices = 10 + 36 + 24 + 4 + 8;
+    EXPECT_EQ(indices, WhereRefused(AnalyseMesh, Cut(image, indices + 5), Version));
+    constexpr int positions = indices + 6 + 4 + 6;
+    EXPECT_EQ(positions, WhereRefused(AnalyseMesh, Cut(image, positions + 35), Version));
 }
 
 TEST(CZEKOverwriterMesh, PrimitiveAndMorphCountsOfZeroOrLessMeanNone)
@@ -463,6 +473,25 @@ TEST(CZEKOverwriterMesh, SimpleHeaderNeedsTenBytes)
     const Bytes image = BuildSimpleMesh(MakeSimpleMesh(1)).GetImage();
     for (int size = 0; size < 10; ++size)
         EXPECT_EQ(Refused, Walk(AnalyseMeshSimple, Cut(image, size), Version)) << size;
+}
+
+TEST(CZEKOverwriterMesh, SimpleHeaderAndOneVertexAreDemandedBeforeAnyOfThemIsRead)
+{
+    const Bytes plain = BuildSimpleMesh(MakeSimpleMesh(1)).GetImage();
+    EXPECT_EQ(0, WhereRefused(AnalyseMeshSimple, Cut(plain, 9), Version));
+    EXPECT_EQ(10, WhereRefused(AnalyseMeshSimple, Cut(plain, 10 + 11), Version));
+    EXPECT_EQ(10 + 12, WhereRefused(AnalyseMeshSimple, Cut(plain, 10 + 12), Version));
+    const Bytes normal = BuildSimpleMesh(MakeSimpleMesh(1, {1, 0, 0, 0, 0, 0})).GetImage();
+    EXPECT_EQ(10, WhereRefused(AnalyseMeshSimple, Cut(normal, 10 + 23), Version));
+    EXPECT_EQ(10 + 24, WhereRefused(AnalyseMeshSimple, Cut(normal, 10 + 24), Version));
+}
+
+TEST(CZEKOverwriterMesh, SimpleIndicesAreDemandedAsAWholeBeforeAnyIsRead)
+{
+    const Bytes image = BuildSimpleMesh(MakeSimpleMesh(3, {}, {{0, 1, 2}})).GetImage();
+    EXPECT_EQ(UpToIndexCount, WhereRefused(AnalyseMeshSimple, Cut(image, -1), Version));
+    const Bytes wide = BuildSimpleMesh(MakeSimpleMesh(65537, {}, {{0, 1, 2}})).GetImage();
+    EXPECT_EQ(UpToWideIndexCount, WhereRefused(AnalyseMeshSimple, Cut(wide, -1), Version));
 }
 
 TEST(CZEKOverwriterMesh, SimpleVertexIsAPositionAndOnlyTheNormalBesides)

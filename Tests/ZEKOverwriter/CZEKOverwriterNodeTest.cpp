@@ -242,6 +242,24 @@ TEST(CZEKOverwriterNode, SphereOfVersion8ThatEndsTheFileIsRefused)
     EXPECT_EQ(78, Walk(AnalyseNode, Extend(image, 8), 8));
 }
 
+TEST(CZEKOverwriterNode, FieldsAreDemandedAsAWholeBeforeAnyIsRead)
+{
+    const Bytes none = BuildNode(7, MakeNode(None)).GetImage();
+    EXPECT_EQ(2, WhereRefused(AnalyseNode, Cut(none, 53), 7));
+    for (int shape : {Box, Sphere, Mesh})
+    {
+        for (int version : {5, 6, 22, 23})
+        {
+            const Bytes image = Extend(BuildNode(version, MakeNode(shape)).GetImage(), 32);
+            EXPECT_EQ(54, WhereRefused(AnalyseNode, Cut(image, 54 + 31), version))
+                << "version " << version << ", shape " << shape;
+        }
+    }
+    SNode node = MakeNode(None);
+    node.offsetFlag = 1;
+    EXPECT_EQ(58, WhereRefused(AnalyseNode, Cut(BuildNode(8, node).GetImage(), 69), 8));
+}
+
 TEST(CZEKOverwriterNode, NodeWithoutColliderMayEndTheFile)
 {
     for (int version : {0, 7, 8, 12, 15, 16, 17, 25})
@@ -264,6 +282,25 @@ TEST(CZEKOverwriterNode, ColliderTypeAndSecondIntMayHaveAnyValue)
             EXPECT_EQ(size, WalkWithInt(23, MakeNode(shape), "collider second int", value));
         }
     }
+}
+
+TEST(CZEKOverwriterNode, ColliderIsWalkedAlone)
+{
+    const auto walk = [](const Bytes& bytes, int version, zek::EZEKColliderShape shape)
+    {
+        return Walk(
+            [shape](CZEKOverwriter& overwriter, fileimage::CFileImageAnalyser& reader, int v)
+            { return overwriter.AnalyseCollider(reader, v, shape); },
+            bytes, version);
+    };
+    using Shape = zek::EZEKColliderShape;
+    EXPECT_EQ(0, walk(Bytes(), 23, Shape::None));
+    EXPECT_EQ(24, walk(Bytes(100), 5, Shape::Box));
+    EXPECT_EQ(20, walk(Bytes(100), 6, Shape::Sphere));
+    EXPECT_EQ(32, walk(Bytes(100), 20, Shape::Mesh));
+    EXPECT_EQ(36, walk(Bytes(100), 23, Shape::Mesh));
+    EXPECT_EQ(Refused, walk(Bytes(31), 5, Shape::Sphere));
+    EXPECT_EQ(Refused, walk(Bytes(35), 23, Shape::Mesh));
 }
 
 TEST(CZEKOverwriterNode, HasMeshValuesOtherThanOneMeanNoMesh)

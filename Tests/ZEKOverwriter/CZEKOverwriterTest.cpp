@@ -250,6 +250,23 @@ TEST(CZEKOverwriter, TexturesStartAtSixteenInVersionTwentySix)
     EXPECT_TRUE(Overwrite(builder.GetImage()).isSuccess);
 }
 
+TEST(CZEKOverwriter, HeaderIsWalkedToTheFirstSectionAndGivesTheVersion)
+{
+    for (int version = 7; version <= 27; ++version)
+    {
+        const CModelBuilder builder = BuildEmpty(version);
+        const std::int64_t headerSize = version < 21 ? 8 : version < 26 ? 12 : 16;
+        int readVersion = 0;
+        const Walker walker = [&](CZEKOverwriter& overwriter, CFileImageAnalyser& reader, int)
+        { return overwriter.AnalyseHeader(reader, readVersion); };
+        EXPECT_EQ(headerSize, Walk(walker, builder.GetImage(), version));
+        EXPECT_EQ(version, readVersion);
+        for (std::int64_t size = 0; size < headerSize; ++size)
+            EXPECT_EQ(Refused, Walk(walker, Cut(builder.GetImage(), size), version))
+                << "version " << version << " cut to " << size;
+    }
+}
+
 TEST(CZEKOverwriter, TwoProbesAndTwoLightmapsOfVersionTwentySixYieldTwoOfEverything)
 {
     SModel model;

@@ -18,6 +18,15 @@ std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version)
     return reader.GetPos();
 }
 
+std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version)
+{
+    Bytes block(bytes.begin(), bytes.end());
+    zek::CZEKOverwriter overwriter;
+    fileimage::CFileImageAnalyser reader(block.data(), block.data() + block.size());
+    EXPECT_FALSE(walker(overwriter, reader, version));
+    return reader.GetPos();
+}
+
 std::int64_t SizeOf(const Bytes& bytes)
 {
     return static_cast<std::int64_t>(bytes.size());

@@ -27,6 +27,10 @@ constexpr std::int64_t Refused = -1;
 /// read behind them. Returns how many it consumed, or Refused.
 std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version);
 
+/// Returns how many bytes a walker that returns false had consumed; fails the test when it returns
+/// true. A demand that is not met consumes nothing of what it stands for.
+std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version);
+
 /// The number of bytes in the type that `Walk` returns.
 std::int64_t SizeOf(const Bytes& bytes);
 

@@ -55,6 +55,13 @@ TEST(Error, SurvivesAMessageLongerThanTheBuffer)
         ExpectSilentError("%s", std::string(length, 'e').c_str());
 }
 
+TEST(Error, FormatsItsMessageAllTheSame)
+{
+    int count = 0;
+    ExpectSilentError("%d bytes%n", 12, &count);
+    EXPECT_EQ(8, count);
+}
+
 TEST(Error, DoesNotInterpretItsResultAgain)
 {
     ExpectSilentError("%s", "%n%s%s%s%s");

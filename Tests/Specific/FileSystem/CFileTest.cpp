@@ -41,6 +41,13 @@ constexpr std::uintmax_t Gibibyte = 1024u * 1024u * 1024u;
 /// More than a stream's buffer holds, so that the bytes go to and from the file at once.
 constexpr std::size_t LargeSize = 1024u * 1024u;
 
+constexpr const char* HowToTestLargeFiles = "set ZEK_TEST_LARGE_FILES to run it";
+
+bool AreLargeFilesTested()
+{
+    return std::getenv("ZEK_TEST_LARGE_FILES") != nullptr;
+}
+
 std::string ToText(const Bytes& bytes)
 {
     return std::string(bytes.begin(), bytes.end());
@@ -74,13 +81,6 @@ std::string ReadText(CFile& file, int size)
 {
     std::string text(static_cast<std::size_t>(size), '?');
     return file.Read(text.data(), size) ? text : "(failed)";
-}
-
-constexpr const char* HowToTestLargeFiles = "set ZEK_TEST_LARGE_FILES to run it";
-
-bool AreLargeFilesTested()
-{
-    return std::getenv("ZEK_TEST_LARGE_FILES") != nullptr;
 }
 
 /// Writes a text of characters.
@@ -938,11 +938,9 @@ TEST(CFile, ReadStringReadsTextsOfAnyLength)
 {
     for (unsigned int length = 0; length <= 400; ++length)
     {
-        const std::string text = ToText(Bytes(length, 'a')) + "\0-"s;
-        EXPECT_EQ((SReadString{true, std::string(length, 'a'), length + 1}), ReadStringOver(text));
-        EXPECT_EQ(
-            (SReadString{length > 0, std::string(length, 'a'), length}),
-            ReadStringOver(std::string(length, 'a')));
+        const std::string text(length, 'a');
+        EXPECT_EQ((SReadString{true, text, length + 1}), ReadStringOver(text + "\0-"s));
+        EXPECT_EQ((SReadString{length > 0, text, length}), ReadStringOver(text));
     }
 }
 
@@ -1042,6 +1040,11 @@ TEST(CFile, ReadImageRefusesAFolder)
     ExpectReadImageRefuses("folder/");
     ExpectReadImageRefuses(".");
     ExpectReadImageRefuses("/");
+}
+
+TEST(CFile, ReadImageRefusesAFolderThatGivesItsSizeAsZero)
+{
+    ExpectReadImageRefuses("/proc");
 }
 
 TEST(CFile, ReadImageRefusesAStreamWithoutPositions)

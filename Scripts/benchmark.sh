@@ -1,0 +1,127 @@
+#!/usr/bin/env bash
+# Builds the benchmarks and prints how fast everything is, as ratios to the fastest rival or to a
+# program that does the least. Absolute times on a shared machine mean nothing, ratios do.
+#
+#     Scripts/benchmark.sh [--quick]
+#
+# --quick runs everything once with little work, to see that it still runs; its figures mean nothing.
+# The models lie in TMPDIR, or /tmp, while it runs; it takes 1.5 GB there and some minutes.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+. Scripts/checking.sh
+
+runs=15 megabytes=100 items=20000 probes=2000 sizes="1 10 100 1000" counts="10 100 1000 10000 100000"
+options=()
+if [ "${1-}" = --quick ]; then
+    runs=1 megabytes=1 items=20 probes=5 sizes=1 counts=10
+    options=(--benchmark_repetitions=1 --benchmark_min_time=0.0001)
+fi
+
+need_packages cmake g++ libbenchmark-dev libeigen3-dev libglm-dev manpages-ja ninja-build skkdic strace
+say "Building (in build/benchmark)"
+quietly cmake -S . -B build/benchmark -G Ninja -DZEK_BUILD_TESTS=OFF -DZEK_BUILD_EXAMPLES=OFF \
+    -DZEK_BUILD_BENCHMARKS=ON -DCMAKE_CXX_COMPILER=g++
+quietly cmake --build build/benchmark
+program=$PWD/build/benchmark/ZEKTexComp
+tools=$PWD/build/benchmark/Benchmarks
+
+# Prints a row: what is done, the median, least and greatest ratio, the target.
+print_row() { printf '%-44s %6s %6s %6s   %s\n' "$@"; }
+
+# Compares a run over a model with the least that rewrites it.
+compare_rewrite() {
+    local ratio least greatest rest
+    read -r ratio least greatest rest < <("$tools/CompareRuns" "$1" "$program" "$3" \
+        against "$tools/FloorReadWrite" "$3")
+    print_row "$2" "$ratio" "$least" "$greatest" "$4"
+}
+
+# Compares a run over a model with opening and closing the files that it looks for.
+compare_open() {
+    local ratio least greatest rest
+    read -r ratio least greatest rest < <("$tools/CompareRuns" "$runs" "$program" "$2/model.zek" \
+        against "$tools/FloorOpenClose" "$3" "$2/" "$4")
+    print_row "$1" "$ratio" "$least" "$greatest" "$5"
+}
+
+# Lists the paths of the variants of so many textures, or probes, below a folder.
+list_textures() {
+    awk -v n="$2" -v d="$1" 'BEGIN { split("pvrtc etc astc dxt", f); for (i = 0; i < n; ++i)
+        for (k = 1; k <= 4; ++k) printf "%s/tex_%s/%03d.%s\n", d, f[k], i, k < 4 ? "pvr" : "dds" }'
+}
+list_probes() {
+    awk -v n="$2" -v d="$1" 'BEGIN { split("pvrtc etc astc dxt", f); for (i = 0; i < n; ++i)
+        for (j = 0; j < 6; ++j) for (k = 1; k <= 4; ++k)
+            printf "%s/tex_reflection_cube_%s\\%d\\reflection_cube_%d.%s\n", d, f[k], i, j,
+                k < 4 ? "pvr" : "dds" }'
+}
+
+say "Whole runs, as a ratio to the least that does the same (on $(stat -f -c %T "$scratch"))"
+print_row work median least most target
+for kind in large-meshes small-meshes morphs indices-16-bit indices-32-bit nodes materials; do
+    quietly "$tools/WriteModel" $kind "$megabytes" "$scratch/model.zek"
+    compare_rewrite "$runs" "$megabytes MB of $kind" "$scratch/model.zek" 1.25
+done
+printf 'ZEK\0\7\0\0\0' >"$scratch/model.zek"
+head -c 92 /dev/zero >>"$scratch/model.zek"
+compare_rewrite $((runs * 40)) "a model of 100 bytes" "$scratch/model.zek" 1.15
+
+mkdir -p "$scratch"/{none,all}/tex_{pvrtc,etc,astc,dxt} "$scratch/cubemaps"
+for folder in none all; do
+    quietly "$tools/WriteModel" textures "$items" "$scratch/$folder/model.zek"
+done
+list_textures "$scratch/all" "$items" | xargs touch
+compare_open "$items textures, no variant" "$scratch/none" textures "$items" 1.2
+compare_open "$items textures, all variants" "$scratch/all" textures "$items" 1.2
+quietly "$tools/WriteModel" probes "$probes" "$scratch/cubemaps/model.zek"
+list_probes "$scratch/cubemaps" "$probes" | tr '\n' '\0' | xargs -0 touch
+compare_open "$probes probes, all faces" "$scratch/cubemaps" probes "$probes" 1.2
+rm -rf "$scratch/all" "$scratch/cubemaps"
+
+say "Growth: the ratio to the least stays the same from size to size"
+print_row work median least most target
+for size in $sizes; do
+    quietly "$tools/WriteModel" large-meshes "$size" "$scratch/model.zek"
+    compare_rewrite $((runs > 5 ? 5 : runs)) "$size MB of large meshes" "$scratch/model.zek" linear
+done
+for count in $counts; do
+    quietly "$tools/WriteModel" textures "$count" "$scratch/none/model.zek"
+    compare_open "$count textures, no variant" "$scratch/none" textures "$count" linear
+done
+
+say "Peak memory against the image and the lists of the largest mesh, in kilobytes"
+read -r image lists < <("$tools/WriteModel" large-meshes "$megabytes" "$scratch/model.zek")
+read -r _ _ _ _ peak < <("$tools/CompareRuns" 1 "$program" "$scratch/model.zek" against \
+    "$tools/FloorReadWrite" "$scratch/model.zek")
+sum=$(((image + lists) / 1024))
+awk -v p="$peak" -v s="$sum" 'BEGIN { printf "peak %d, sum %d, ratio %.3f\n", p, s, p / s }'
+
+say "System calls for a model of 100 bytes, its one write to standard output included"
+printf 'ZEK\0\7\0\0\0' >"$scratch/model.zek"
+head -c 92 /dev/zero >>"$scratch/model.zek"
+for command in "$program" "$tools/FloorReadWrite"; do
+    if strace -o "$scratch/calls" "$command" "$scratch/model.zek" >"$scratch/output" 2>&1; then
+        echo "$(basename "$command") $(grep -vc '^+++' "$scratch/calls")"
+    else
+        echo "$(basename "$command"): skipped, strace may not trace here"
+    fi
+done
+
+say "Math, against the faster of GLM and Eigen"
+"$tools/MathBenchmark" "${options[@]}"
+
+say "Character codes, against iconv"
+mkdir "$scratch/texts"
+find /usr/share/man/ja -name '*.gz' 2>/dev/null | sort | xargs -r zcat >"$scratch/texts/manual pages"
+iconv -f EUC-JP -t UTF-8 /usr/share/skk/SKK-JISYO.L >"$scratch/texts/dictionary" 2>/dev/null || true
+find Source -name 'S*.h' | sort | xargs cat >"$scratch/texts/ASCII"
+texts=()
+for text in "$scratch"/texts/*; do
+    if [ -s "$text" ]; then
+        texts+=("$(basename "$text")")
+    else
+        echo "skipped: $(basename "$text"), whose package installs no text here"
+    fi
+done
+(cd "$scratch/texts" && "$tools/CharacterCodeBenchmark" "${texts[@]}" "${options[@]}")

@@ -1,0 +1,96 @@
+#!/usr/bin/env bash
+# Builds everything for other processors and runs the tests there, under user-mode emulation.
+#
+#     Scripts/test-foreign.sh [TARGET ...]     of these three, or all of them:
+#
+#     s390x      big-endian
+#     aarch64    Arm, whose plain char is unsigned
+#     i686       32 bits
+#
+# Compilers, emulator and the sources of GoogleTest are Debian packages. It takes too long to run on
+# every change; the last lines tell how long.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+. Scripts/wrap-programs.sh
+
+[ $# -gt 0 ] || set -- s390x aarch64 i686
+
+# What says nothing about the target: tests by pattern, programs by name, and why.
+excluded_tests=(
+    'SystemCallTest.*      the emulator would be traced'
+    'MemoryLimitTest.*     the emulator would be limited'
+    'HostileProgramTest.*  the memory of the emulator would be measured'
+    '*NastyProgramTest.*   the memory of the emulator would be measured'
+    'HardeningTest.*       this is not the build that is delivered'
+)
+excluded_programs=(
+    'LibrarySymbols        this is not the build that is delivered'
+)
+
+# Puts the C library of a Debian architecture into a folder: the one of the cross compiler lacks the
+# converters of character codes that iconv loads. The system's own lists of packages stay as they
+# are.
+fetch_c_library() {
+    local architecture=$1 folder=$PWD/$2
+    local apt=(apt-get -qq -o "Dir::State=$folder" -o "Dir::State::status=$folder/status"
+        -o "Dir::Cache=$folder" -o "APT::Architecture=$architecture"
+        -o "APT::Architectures=$architecture" -o APT::Sandbox::User=root)
+    mkdir -p "$folder"/lists/partial "$folder"/archives/partial
+    touch "$folder/status"
+    (cd "$folder" && "${apt[@]}" update && "${apt[@]}" download libc6 && dpkg-deb -x libc6_*.deb .)
+}
+
+test_target() {
+    local target=$1 architecture processor
+    case $target in
+    s390x) architecture=s390x processor=s390x ;;
+    aarch64) architecture=arm64 processor=aarch64 ;;
+    i686) architecture=i386 processor=i386 ;;
+    *)
+        echo "There is no target $target: s390x, aarch64 or i686." >&2
+        return 2
+        ;;
+    esac
+    local folder=$PWD/build/foreign/$target triple=$target-linux-gnu
+
+    need_packages cmake ninja-build qemu-user googletest libeigen3-dev locales python3 skkdic "g++-$triple"
+    [ -d "$folder/libc/usr" ] || fetch_c_library "$architecture" "build/foreign/$target/libc"
+
+    say "$target: building GoogleTest and the tests (in build/foreign/$target)"
+    local cross=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux
+        -DCMAKE_SYSTEM_PROCESSOR="$target" -DCMAKE_C_COMPILER="$triple-gcc"
+        -DCMAKE_CXX_COMPILER="$triple-g++")
+    cmake -S /usr/src/googletest -B "$folder/googletest" "${cross[@]}" -DBUILD_GMOCK=OFF \
+        -DCMAKE_INSTALL_PREFIX="$folder/prefix" >/dev/null
+    cmake --build "$folder/googletest" --target install >/dev/null
+    cmake -S . -B "$folder/build" "${cross[@]}" -DGTest_DIR="$folder/prefix/lib/cmake/GTest" >/dev/null
+    cmake --build "$folder/build"
+    local converters
+    converters=$(echo "$folder"/libc/usr/lib/*/gconv)
+    wrap_programs "$folder/build" \
+        "qemu-$processor -L /usr/$triple -E 'GCONV_PATH=$converters'"
+
+    say "$target: running the tests"
+    GTEST_FILTER="-$(join_patterns : "${excluded_tests[@]}")" ctest --test-dir "$folder/build" \
+        --parallel "$(nproc)" --output-on-failure \
+        --exclude-regex "$(join_patterns '|' "${excluded_programs[@]}")"
+}
+
+say "Left out"
+printf '%s\n' "${excluded_tests[@]}" "${excluded_programs[@]}"
+
+summary=()
+status=0
+for target in "$@"; do
+    start=$SECONDS
+    result=passed
+    set +e
+    (set -e; test_target "$target")
+    [ $? -eq 0 ] || { result=FAILED; status=1; }
+    set -e
+    summary+=("$(printf '%-8s %-7s %4d s' "$target" "$result" $((SECONDS - start)))")
+done
+say "Summary"
+printf '%s\n' "${summary[@]}"
+exit "$status"
