@@ -146,8 +146,8 @@ TEST_F(DiskFaultTest, AFifoInThePlaceOfAVariantIsWaitedFor)
     m_Folder.Write("model.zek", MakeSmallModel());
     m_Folder.MakeFolder("tex_etc");
     ASSERT_EQ(mkfifo(m_Folder.GetPath("tex_etc/000.pvr").c_str(), 0600), 0);
-    const SProgramResult result = testsupport::RunProgram(
-        {"timeout", "0.2", ProgramPath, m_Folder.GetPath("model.zek")});
+    const SProgramResult result =
+        testsupport::RunProgram({"timeout", "0.2", ProgramPath, m_Folder.GetPath("model.zek")});
     EXPECT_EQ(result.exitStatus, StatusOfTimeout);
     EXPECT_TRUE(m_Folder.Read("model.zek") == MakeSmallModel());
 }
