@@ -497,9 +497,9 @@ inline S3D S3D::operator*(const SMatrix& matrix) const
     math3d::Float4 product = x * row(0) + y * row(1) + z * row(2) + row(3);
 
     // Nearly always w is 1. Comparing its bits costs less than its value, which may be NaN.
-    constexpr float one = 1.0f;
+    constexpr int bitsOfOne = 0x3F800000;
     const float w = product[3];
-    if (__builtin_expect(std::memcmp(&w, &one, sizeof(w)) != 0, false))
+    if (__builtin_expect(reinterpret_cast<math3d::Int4>(product)[3] != bitsOfOne, false))
         product = product * (1.0f / (w != 0.0f ? w : 1.0f));
     return S3D(product[0], product[1], product[2]);
 }

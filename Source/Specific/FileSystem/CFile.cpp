@@ -213,10 +213,10 @@ bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name
     std::int64_t fileSize;
     if (!file.MeasureSize(fileSize) || fileSize < 0 || fileSize > LargestSize)
         return false;
+    if (fileSize == 0 && !file.IsAtEnd())
+        return false;
     ResizeImage(image, file.GetSize());
     if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))
-        return false;
-    if (image.empty() && !file.IsAtEnd())
         return false;
     return file.Close();
 }
