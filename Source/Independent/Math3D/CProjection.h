@@ -66,8 +66,13 @@ public:
     S3D GetPosOnNearPlane(int x, int y) const;
 
     /// The frustum's six planes in world space, as seen by the camera, in the order of
-    /// GetNormalList. A point in the frustum is on the negative side of all six. The side planes
-    /// meet at the camera, in the orthographic form too. Empty before the first Set.
+    /// GetNormalList. A point in the frustum is on the negative side of all six. Empty before the
+    /// first Set.
+    ///
+    /// In the perspective form the points inside are those that the matrix projects into range. In
+    /// the orthographic form the side planes meet at the camera, too, so that they agree with the
+    /// matrix, whose sides are parallel, only at a depth of 1: nearer, points are left out that are
+    /// shown, and farther, points are taken in that are not.
     std::vector<SPlane> CalcViewFrustumPlaneList(const CCamera& camera) const;
 
     /// The off-centre perspective matrix of a field of view that differs per side, such as a
