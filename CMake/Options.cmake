@@ -33,6 +33,9 @@ target_compile_options(
               -ffunction-sections
               -fdata-sections)
 
+# Files over 2 GiB, also where a long has 32 bits.
+target_compile_definitions(zek_options INTERFACE _FILE_OFFSET_BITS=64)
+
 if(ZEK_WARNINGS_AS_ERRORS)
     target_compile_options(zek_options INTERFACE -Werror)
 endif()

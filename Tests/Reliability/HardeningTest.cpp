@@ -106,7 +106,7 @@ TEST_F(HardeningTest, TheProgramsOwnCodeHasControlFlowProtection)
 TEST_F(HardeningTest, TheProgramsOwnCodeReachesForNoEnvironmentNetworkProcessOrNamesOfFiles)
 {
     const std::set<std::string> needed = GetNeededSymbols();
-    EXPECT_EQ(needed.count("fopen"), 1u);
+    EXPECT_EQ(needed.count("fopen64"), 1u);
     for (const char* name :
          {"getenv",   "secure_getenv", "environ", "__environ", "setenv",      "putenv", "setlocale",
           "socket",   "connect",       "bind",    "sendto",    "getaddrinfo", "system", "popen",

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "Reliability/CSilence.h"
-#include "Reliability/HeapCount.h"
 #include "Reliability/HostileModels.h"
 #include "Reliability/MemoryBound.h"
+#include "Support/Heap.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 namespace
@@ -17,16 +17,16 @@ constexpr std::size_t HostileSize = 1024 * 1024;
 /// Does the pass and returns the most heap bytes that were in use, the image included.
 std::size_t MeasurePass(const SHostileModel& model)
 {
-    const std::size_t bytesBefore = heapcount::GetLiveBytes();
+    const std::size_t bytesBefore = testsupport::GetLiveBytes();
     testsupport::Bytes image = model.image;
-    heapcount::ResetPeak();
+    testsupport::ResetPeak();
     bool isAccepted;
     {
         const CSilence silence;
         isAccepted = zek::CZEKOverwriter().OverwriteImage(image, "nowhere/model.zek");
     }
     EXPECT_EQ(isAccepted, model.isAccepted);
-    return heapcount::GetPeakBytes() - bytesBefore;
+    return testsupport::GetPeakBytes() - bytesBefore;
 }
 
 } // namespace

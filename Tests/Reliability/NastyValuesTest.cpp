@@ -4,10 +4,10 @@
 
 #include "Independent/FileImage/FileImage.h"
 #include "Reliability/CSilence.h"
-#include "Reliability/HeapCount.h"
 #include "Reliability/MemoryBound.h"
 #include "Reliability/NastyModels.h"
 #include "Support/CModelMap.h"
+#include "Support/Heap.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 #include "ZEKOverwriter/SCompressionFamily.h"
 
@@ -52,14 +52,14 @@ Bytes GetExpected(const Bytes& image, const CModelMap& map)
 void CheckPass(const Bytes& model, const std::string& path)
 {
     Bytes image = model;
-    const std::size_t bytesBefore = heapcount::GetLiveBytes() - image.size();
-    heapcount::ResetPeak();
+    const std::size_t bytesBefore = testsupport::GetLiveBytes() - image.size();
+    testsupport::ResetPeak();
     bool isAccepted;
     {
         const CSilence silence;
         isAccepted = zek::CZEKOverwriter().OverwriteImage(image, path);
     }
-    EXPECT_LE(heapcount::GetPeakBytes() - bytesBefore, GetMostHeapBytes(image.size()));
+    EXPECT_LE(testsupport::GetPeakBytes() - bytesBefore, GetMostHeapBytes(image.size()));
     ASSERT_EQ(image.size(), model.size());
 
     const CModelMap map(model);

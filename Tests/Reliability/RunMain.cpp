@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "Reliability/HeapCount.h"
-#include "Reliability/StreamFault.h"
+#include "Support/CStreamFault.h"
+#include "Support/Heap.h"
+
+using testsupport::CAllocationWatch;
+using testsupport::CStreamFault;
 
 /// The main of Source/main.cpp, which is compiled under this name for the test.
 int ZEKTexCompMain(int argc, char* argv[]);
@@ -32,19 +37,29 @@ SMainResult RunMain(const std::string& path, const SFault& fault)
 
     testing::internal::CaptureStdout();
     const int nextFileBefore = GetNextFileNumber();
-    const std::size_t blocksBefore = heapcount::GetLiveBlocks();
-    streamfault::FailCall(fault.streamCall);
-    heapcount::FailAllocation(fault.allocation);
+    const std::size_t blocksBefore = testsupport::GetLiveBlocks();
 
     SMainResult result;
-    result.status = ZEKTexCompMain(2, arguments);
-
-    result.hasFaultCome = heapcount::HasFailed() || streamfault::HasFailed();
-    heapcount::FailAllocation(0);
-    result.leakedBlocks = heapcount::GetLiveBlocks() - blocksBefore;
+    bool hasAllocationFailed = false;
+    {
+        const CStreamFault streamFault(fault.streamCall);
+        {
+            int allocationsLeft = fault.allocation;
+            const CAllocationWatch watch(
+                [&](std::size_t)
+                {
+                    if (--allocationsLeft != 0)
+                        return;
+                    hasAllocationFailed = true;
+                    throw std::bad_alloc();
+                });
+            result.status = ZEKTexCompMain(2, arguments);
+        }
+        result.leakedBlocks = testsupport::GetLiveBlocks() - blocksBefore;
+        result.hasFaultCome = hasAllocationFailed || streamFault.HasFailed();
+        result.streamCalls = streamFault.GetCalls();
+    }
     result.hasLeakedFile = GetNextFileNumber() != nextFileBefore;
-    result.streamCalls = streamfault::GetCalls();
-    streamfault::FailCall(0);
     result.output = testing::internal::GetCapturedStdout();
     return result;
 }

@@ -19,7 +19,7 @@ struct SMainResult
     bool hasFaultCome;        ///< false when the run ended before
     std::size_t leakedBlocks; ///< of the heap
     bool hasLeakedFile;
-    std::vector<std::string> streamCalls; ///< see `streamfault::GetCalls`
+    std::vector<std::string> streamCalls; ///< see `CStreamFault::GetCalls`
 };
 
 /// Calls the program's `main` with a path as its only argument.

@@ -12,6 +12,12 @@ using Bytes = std::vector<unsigned char>;
 /// The bytes of each file below a folder, by its path relative to that.
 using FolderContents = std::map<std::string, Bytes>;
 
+/// To a program of 32 bits the system gives 2 GiB less a byte as the size of a folder. It cannot be
+/// told from a file, and takes the memory of one, until it is read.
+constexpr bool IsFolderAsLargeAsAFile = sizeof(void*) == 4;
+constexpr const char* WhyFoldersTakeMemory =
+    "To programs of 32 bits a folder is 2 GiB large, and takes that memory before it is refused.";
+
 /// A folder of its own for one test; it goes, with all that is in it, when the object does.
 class CTemporaryFolder
 {

@@ -249,6 +249,18 @@ TEST(CZEKOverwriterTextureCompression, VersionIsNotConsulted)
     }
 }
 
+TEST(CZEKOverwriterTextureCompression, TexturesOfVersionsWithoutFlagsAreNeitherMarkedNorCounted)
+{
+    const CTemporaryFolder folder;
+    folder.Write("tex_etc/000.pvr", "");
+    CModelBuilder builder(4);
+    builder.AddTextureList({STexture(), STexture()});
+    const SDetection detection = Detect(
+        builder, {}, &CZEKOverwriter::AnalyseTextureList,
+        &CZEKOverwriter::AnalyseTextureCompression, 4, folder);
+    EXPECT_EQ("ExistTextureCompression 0 0 0 0\n", detection.output);
+}
+
 TEST(CZEKOverwriterLightmapCompression, NoLightmapsPrintFourZeros)
 {
     const CTemporaryFolder folder;

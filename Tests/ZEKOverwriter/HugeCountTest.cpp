@@ -5,7 +5,7 @@
 #include <ctime>
 #include <limits>
 
-#include "AllocatedBytes.h"
+#include "Support/Heap.h"
 #include "Walk.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
@@ -26,9 +26,12 @@ template <typename Work>
 void ExpectCheap(const Work& work)
 {
     const std::clock_t start = std::clock();
-    const std::size_t allocatedBefore = GetAllocatedBytes();
-    work();
-    EXPECT_LT(GetAllocatedBytes() - allocatedBefore, MostAllocatedBytes);
+    std::size_t allocatedBytes = 0;
+    {
+        const CAllocationWatch watch([&](std::size_t size) { allocatedBytes += size; });
+        work();
+    }
+    EXPECT_LT(allocatedBytes, MostAllocatedBytes);
     EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, MostSeconds);
 }
 

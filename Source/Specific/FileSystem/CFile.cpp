@@ -4,6 +4,8 @@
 #include <cstring>
 #include <limits>
 
+#include <sys/types.h>
+
 #include "Specific/FileSystem/CFilePath.h"
 
 #ifdef __linux__
@@ -71,10 +73,10 @@ bool CFile::OpenStream(const std::string& name)
 
 bool CFile::MeasureSize(std::int64_t& fileSize)
 {
-    if (std::fseek(m_pFile, 0, SEEK_END) != 0)
+    if (fseeko(m_pFile, 0, SEEK_END) != 0)
         return false;
-    fileSize = std::ftell(m_pFile);
-    if (std::fseek(m_pFile, 0, SEEK_SET) != 0)
+    fileSize = ftello(m_pFile);
+    if (fseeko(m_pFile, 0, SEEK_SET) != 0)
         return false;
 
     m_Pos = 0;
@@ -116,7 +118,7 @@ bool CFile::Close()
 bool CFile::Read(void* dest, int size)
 {
     const unsigned int byteCount = static_cast<unsigned int>(size);
-    if (m_pFile == nullptr || m_Pos > m_Size || byteCount > m_Size - m_Pos)
+    if (m_pFile == nullptr || byteCount > m_Size - m_Pos)
         return false;
     if (byteCount > 0 && std::fread(dest, 1, byteCount, m_pFile) != byteCount)
         return false;
@@ -139,7 +141,7 @@ bool CFile::SetPos(unsigned int pos)
 {
     if (m_pFile == nullptr || pos >= m_Size)
         return false;
-    if (std::fseek(m_pFile, static_cast<long>(pos), SEEK_SET) != 0)
+    if (fseeko(m_pFile, static_cast<off_t>(pos), SEEK_SET) != 0)
         return false;
     m_Pos = pos;
     return true;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <type_traits>
 
@@ -297,9 +298,10 @@ TEST(CFilePath, LastSeparatorIndexIsThatOfTheLastBackslash)
 
 TEST(CFilePath, LastSeparatorIndexIsAllOnesWithoutABackslash)
 {
-    EXPECT_EQ(0xFFFFFFFFFFFFFFFFu, MakePath("a/b").GetLastSeparatorIndex());
-    EXPECT_EQ(0xFFFFFFFFFFFFFFFFu, MakePath("").GetLastSeparatorIndex());
-    EXPECT_EQ(0xFFFFFFFFFFFFFFFFu, MakePath(TwoByteCharacter).GetLastSeparatorIndex());
+    constexpr std::size_t allOnes = std::numeric_limits<std::size_t>::max();
+    EXPECT_EQ(allOnes, MakePath("a/b").GetLastSeparatorIndex());
+    EXPECT_EQ(allOnes, MakePath("").GetLastSeparatorIndex());
+    EXPECT_EQ(allOnes, MakePath(TwoByteCharacter).GetLastSeparatorIndex());
 }
 
 TEST(CFilePath, ParentPathEndsBeforeTheLastBackslash)

@@ -1,13 +1,17 @@
-#include "Reliability/StreamFault.h"
+#include "Support/CStreamFault.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
+
+#include <sys/types.h>
 
 namespace
 {
 
+std::string_view g_FailingFunction; ///< empty for any
 int g_CallsUntilFailure = 0;
 bool g_HasFailed = false;
 
@@ -16,9 +20,12 @@ std::array<const char*, 64> g_Calls;
 std::size_t g_CallCount = 0;
 
 /// Notes a call and tells whether it is the one to fail.
-bool IsFailing(const char* call)
+bool IsFailing(const char* function)
 {
-    g_Calls[g_CallCount++ % g_Calls.size()] = call;
+    if (g_CallCount < g_Calls.size())
+        g_Calls[g_CallCount++] = function;
+    if (!g_FailingFunction.empty() && g_FailingFunction != function)
+        return false;
     if (g_CallsUntilFailure == 0 || --g_CallsUntilFailure > 0)
         return false;
     g_HasFailed = true;
@@ -28,31 +35,33 @@ bool IsFailing(const char* call)
 
 } // namespace
 
+// With --wrap=f the linker sends every call of f to __wrap_f, and __real_f is f itself. Those with
+// 64 in their names are what the C library makes of fopen, fseeko and ftello for large files.
 extern "C"
 {
 
-    std::FILE* __real_fopen(const char* name, const char* mode);
-    int __real_fseek(std::FILE* file, long offset, int origin);
-    long __real_ftell(std::FILE* file);
+    std::FILE* __real_fopen64(const char* name, const char* mode);
+    int __real_fseeko64(std::FILE* file, off_t offset, int origin);
+    off_t __real_ftello64(std::FILE* file);
     std::size_t __real_fread(void* dest, std::size_t size, std::size_t count, std::FILE* file);
     std::size_t
     __real_fwrite(const void* src, std::size_t size, std::size_t count, std::FILE* file);
     int __real_fclose(std::FILE* file);
 
-    std::FILE* __wrap_fopen(const char* name, const char* mode)
+    std::FILE* __wrap_fopen64(const char* name, const char* mode)
     {
         const char* call = mode[0] == 'r' ? "fopen to read" : "fopen to write";
-        return IsFailing(call) ? nullptr : __real_fopen(name, mode);
+        return IsFailing(call) ? nullptr : __real_fopen64(name, mode);
     }
 
-    int __wrap_fseek(std::FILE* file, long offset, int origin)
+    int __wrap_fseeko64(std::FILE* file, off_t offset, int origin)
     {
-        return IsFailing("fseek") ? -1 : __real_fseek(file, offset, origin);
+        return IsFailing("fseeko") ? -1 : __real_fseeko64(file, offset, origin);
     }
 
-    long __wrap_ftell(std::FILE* file)
+    off_t __wrap_ftello64(std::FILE* file)
     {
-        return IsFailing("ftell") ? -1 : __real_ftell(file);
+        return IsFailing("ftello") ? -1 : __real_ftello64(file);
     }
 
     std::size_t __wrap_fread(void* dest, std::size_t size, std::size_t count, std::FILE* file)
@@ -74,24 +83,30 @@ extern "C"
 
 } // extern "C"
 
-namespace streamfault
+namespace testsupport
 {
 
-void FailCall(int n)
+CStreamFault::CStreamFault(const char* function, int n)
 {
+    g_FailingFunction = function;
     g_CallsUntilFailure = n;
     g_HasFailed = false;
     g_CallCount = 0;
 }
 
-bool HasFailed()
+CStreamFault::~CStreamFault()
+{
+    g_CallsUntilFailure = 0;
+}
+
+bool CStreamFault::HasFailed() const
 {
     return g_HasFailed;
 }
 
-std::vector<std::string> GetCalls()
+std::vector<std::string> CStreamFault::GetCalls() const
 {
-    return {g_Calls.begin(), g_Calls.begin() + std::min(g_CallCount, g_Calls.size())};
+    return {g_Calls.begin(), g_Calls.begin() + g_CallCount};
 }
 
-} // namespace streamfault
+} // namespace testsupport

@@ -1,8 +1,9 @@
-#include "Reliability/HeapCount.h"
+#include "Support/Heap.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 #include <malloc.h>
 
@@ -12,8 +13,25 @@ namespace
 std::size_t g_LiveBytes = 0;
 std::size_t g_LiveBlocks = 0;
 std::size_t g_PeakBytes = 0;
-int g_AllocationsUntilFailure = 0;
-bool g_HasFailed = false;
+std::function<void(std::size_t)> g_Watch;
+bool g_IsWatching = false;
+
+void Tell(std::size_t size)
+{
+    if (!g_IsWatching)
+        return;
+    g_IsWatching = false;
+    try
+    {
+        g_Watch(size);
+    }
+    catch (...)
+    {
+        g_IsWatching = true;
+        throw;
+    }
+    g_IsWatching = true;
+}
 
 std::size_t GetCost(void* block)
 {
@@ -23,14 +41,11 @@ std::size_t GetCost(void* block)
 
 } // namespace
 
+// The forms for arrays and those that do not throw come down to these three.
 void* operator new(std::size_t size)
 {
-    if (g_AllocationsUntilFailure > 0 && --g_AllocationsUntilFailure == 0)
-    {
-        g_HasFailed = true;
-        throw std::bad_alloc();
-    }
-    void* block = std::malloc(size);
+    Tell(size);
+    void* block = std::malloc(size == 0 ? 1 : size);
     if (block == nullptr)
         throw std::bad_alloc();
     g_LiveBytes += GetCost(block);
@@ -53,7 +68,7 @@ void operator delete(void* block, std::size_t) noexcept
     operator delete(block);
 }
 
-namespace heapcount
+namespace testsupport
 {
 
 std::size_t GetLiveBytes()
@@ -76,15 +91,16 @@ void ResetPeak()
     g_PeakBytes = g_LiveBytes;
 }
 
-void FailAllocation(int n)
+CAllocationWatch::CAllocationWatch(std::function<void(std::size_t)> watch)
 {
-    g_AllocationsUntilFailure = n;
-    g_HasFailed = false;
+    g_Watch = std::move(watch);
+    g_IsWatching = true;
 }
 
-bool HasFailed()
+CAllocationWatch::~CAllocationWatch()
 {
-    return g_HasFailed;
+    g_IsWatching = false;
+    g_Watch = nullptr;
 }
 
-} // namespace heapcount
+} // namespace testsupport
