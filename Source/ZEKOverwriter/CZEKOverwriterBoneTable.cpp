@@ -1,17 +1,14 @@
 #include "ZEKOverwriter/CZEKOverwriter.h"
-#include "ZEKOverwriter/ZEKRecord.h"
 
 namespace zek
 {
 
 bool CZEKOverwriter::AnalyseBoneTable(fileimage::CFileImageAnalyser& reader)
 {
-    if (!reader.IsCanRead(IntSize))
-        return true;
-
+    // A file may end before the table.
     int count;
     if (!reader.GetInt(count))
-        return false;
+        return true;
 
     for (int i = 0; i < count; ++i)
     {
