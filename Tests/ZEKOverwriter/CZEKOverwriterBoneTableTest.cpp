@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <type_traits>
 
 #include "Walk.h"
@@ -12,8 +11,6 @@ using zek::CZEKOverwriter;
 
 namespace
 {
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
 
 static_assert(std::is_same_v<
               decltype(&CZEKOverwriter::AnalyseBoneTable),

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "Walk.h"
 
 using namespace testsupport;
@@ -12,9 +10,6 @@ using zek::FlagQuad;
 
 namespace
 {
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 constexpr auto AnalyseLightmapList = &CZEKOverwriter::AnalyseLightmapList;
 
@@ -36,12 +31,8 @@ void WalkLightmaps(CZEKOverwriter& overwriter, const Bytes& image, int version)
 /// Expects the list to take just size bytes and to need them all.
 void ExpectSize(std::int64_t size, int version, const std::vector<SLightmap>& lightmaps)
 {
-    const Bytes image = BuildLightmaps(version, lightmaps).GetImage();
-    EXPECT_EQ(size, SizeOf(image)) << version;
-    EXPECT_EQ(size, Walk(AnalyseLightmapList, Extend(image, 60), version)) << version;
-    for (std::int64_t cut = 0; cut < size; ++cut)
-        EXPECT_EQ(Refused, Walk(AnalyseLightmapList, Cut(image, cut), version))
-            << "version " << version << " cut to " << cut;
+    testsupport::ExpectSize(
+        size, AnalyseLightmapList, BuildLightmaps(version, lightmaps).GetImage(), version);
 }
 
 } // namespace

@@ -15,9 +15,6 @@ using zek::CZEKOverwriter;
 namespace
 {
 
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
-
 constexpr MemberWalker AnalyseMaterialList = &CZEKOverwriter::AnalyseMaterialList;
 
 static_assert(std::is_same_v<
@@ -50,11 +47,10 @@ int SizeBeforeMaterials(int version)
 /// counted.
 void ExpectSize(std::int64_t size, int version, const SMaterial& material)
 {
-    const Bytes image = BuildList(version, {material}).GetImage();
-    const std::int64_t whole = SizeBeforeMaterials(version) + size;
-    EXPECT_EQ(whole, SizeOf(image)) << "version " << version << ", type " << material.shaderType;
-    EXPECT_EQ(whole, Walk(AnalyseMaterialList, Extend(image, 200), version))
-        << "version " << version << ", type " << material.shaderType;
+    SCOPED_TRACE(material.shaderType);
+    testsupport::ExpectSize(
+        SizeBeforeMaterials(version) + size, AnalyseMaterialList,
+        BuildList(version, {material}).GetImage(), version);
 }
 
 /// Expects a list of one material to be accepted when all its bytes are there and not when one is

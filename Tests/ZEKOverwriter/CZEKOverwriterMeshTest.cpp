@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "Walk.h"
 
 using namespace testsupport;
@@ -11,9 +9,6 @@ using zek::CZEKOverwriter;
 
 namespace
 {
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 constexpr MemberWalker AnalyseMeshList = &CZEKOverwriter::AnalyseMeshList;
 constexpr MemberWalker AnalyseMesh = &CZEKOverwriter::AnalyseMesh;

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "Walk.h"
 
 using namespace testsupport;
@@ -11,9 +9,6 @@ using zek::CZEKOverwriter;
 
 namespace
 {
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 constexpr MemberWalker AnalyseNodeList = &CZEKOverwriter::AnalyseNodeList;
 constexpr MemberWalker AnalyseNode = &CZEKOverwriter::AnalyseNode;
@@ -42,9 +37,7 @@ CModelBuilder BuildNode(int version, const SNode& node)
 /// Expects a walked node to take just size bytes.
 void ExpectSize(std::int64_t size, int version, const SNode& node)
 {
-    const Bytes image = BuildNode(version, node).GetImage();
-    EXPECT_EQ(size, SizeOf(image)) << "version " << version;
-    EXPECT_EQ(size, Walk(AnalyseNode, Extend(image, 40), version)) << "version " << version;
+    testsupport::ExpectSize(size, AnalyseNode, BuildNode(version, node).GetImage(), version);
 }
 
 /// Expects a node to be accepted when all its bytes are there and not when one is missing.

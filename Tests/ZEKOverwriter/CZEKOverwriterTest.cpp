@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <type_traits>
 
 #include "Support/CTemporaryFolder.h"
@@ -30,9 +29,6 @@ static_assert(std::is_same_v<
 
 namespace
 {
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 const std::string NoTextures = "ExistTextureCompression 0 0 0 0\n";
 const std::string NoCubemaps = "ExistCubemapCompression 0 0 0 0\n";

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
-#include <limits>
 
 #include "Support/Heap.h"
 #include "Walk.h"
@@ -14,8 +13,6 @@ using zek::CZEKOverwriter;
 
 namespace
 {
-
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 /// A model of everything has some thousand bytes, the count stands for 2 GiB and more.
 constexpr std::size_t MostAllocatedBytes = 1 << 20;

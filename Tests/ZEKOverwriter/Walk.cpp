@@ -27,6 +27,15 @@ std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version)
     return reader.GetPos();
 }
 
+void ExpectSize(std::int64_t size, const Walker& walker, const Bytes& image, int version)
+{
+    EXPECT_EQ(size, SizeOf(image)) << version;
+    EXPECT_EQ(size, Walk(walker, Extend(image, 100), version)) << version;
+    for (std::int64_t cut = 0; cut < size; ++cut)
+        EXPECT_EQ(Refused, Walk(walker, Cut(image, cut), version))
+            << "version " << version << " cut to " << cut;
+}
+
 std::int64_t SizeOf(const Bytes& bytes)
 {
     return static_cast<std::int64_t>(bytes.size());

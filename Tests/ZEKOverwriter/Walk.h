@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ using MemberWalker = bool (zek::CZEKOverwriter::*)(fileimage::CFileImageAnalyser
 /// Any walker; one that takes no version ignores it.
 using Walker = std::function<bool(zek::CZEKOverwriter&, fileimage::CFileImageAnalyser&, int)>;
 
+constexpr int LowestInt = std::numeric_limits<int>::min();
+constexpr int HighestInt = std::numeric_limits<int>::max();
+
 /// What `Walk` returns for a walker that returned false.
 constexpr std::int64_t Refused = -1;
 
@@ -30,6 +34,10 @@ std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version);
 /// Returns how many bytes a walker that returns false had consumed; fails the test when it returns
 /// true. A demand that is not met consumes nothing of what it stands for.
 std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version);
+
+/// Expects a walker to take an image of size bytes whole, to leave what stands behind it, and to
+/// refuse every shorter one.
+void ExpectSize(std::int64_t size, const Walker& walker, const Bytes& image, int version);
 
 /// The number of bytes in the type that `Walk` returns.
 std::int64_t SizeOf(const Bytes& bytes);
