@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <initializer_list>
+#include <string_view>
 
 #include "Independent/FormatString/LFormat.h"
 #include "Specific/FileSystem/CFindFile.h"
@@ -15,59 +18,32 @@ namespace zek
 namespace
 {
 
-constexpr std::size_t CubeFaceCount = 6;
+constexpr int CubeFaceCount = 6;
 
 /// One value per compression family.
 template <typename Value>
 using FamilyArray = std::array<Value, CompressionFamilyCount>;
 
-/// Returns the folders beside a model in which the variants of its textures and lightmaps lie, each
-/// with a slash at its end.
-FamilyArray<std::string> GetTextureFolders(const std::string& path)
+/// Tells whether a file exists whose path is put together from pieces. The path is built in one
+/// string for all calls, which is faster than a string for each.
+bool IsExistFile(std::string& candidate, std::initializer_list<std::string_view> pieces)
 {
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    FamilyArray<std::string> folders;
-    for (std::size_t family = 0; family < folders.size(); ++family)
-        folders[family] =
-            modelFolder + LFileName::AddPunct(CompressionFamilies[family].textureFolder);
-    return folders;
-}
-
-/// Returns the folders beside a model in which the folders of its cubemaps lie, each with a
-/// backslash at its end.
-FamilyArray<std::string> GetCubemapFolders(const std::string& path)
-{
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    FamilyArray<std::string> folders;
-    for (std::size_t family = 0; family < folders.size(); ++family)
-        folders[family] = modelFolder + CompressionFamilies[family].cubemapFolder + "\\";
-    return folders;
-}
-
-/// Returns the name of the file of each cube face and family, with a backslash at its start.
-std::array<FamilyArray<std::string>, CubeFaceCount> GetCubeFaceFiles()
-{
-    std::array<FamilyArray<std::string>, CubeFaceCount> files;
-    for (std::size_t face = 0; face < files.size(); ++face)
-    {
-        for (std::size_t family = 0; family < files[face].size(); ++family)
-            files[face][family] = LFormat::Make(
-                "\\%s_%d.%s", "reflection_cube", static_cast<int>(face),
-                CompressionFamilies[family].extension);
-    }
-    return files;
-}
-
-/// Tells whether a file exists whose path is put together from three pieces. The path is built in
-/// one string for all calls, which is faster than a string for each.
-bool IsExistFile(
-    std::string& candidate,
-    const std::string& folder,
-    const std::string& middle,
-    const std::string& end)
-{
-    candidate.assign(folder).append(middle).append(end);
+    candidate.clear();
+    for (std::string_view piece : pieces)
+        candidate.append(piece);
     return filesystem::CFindFile::IsExistFile(candidate);
+}
+
+/// The same for the variant of a texture or lightmap in one family: beside the model, under a name
+/// without extension.
+bool IsExistVariant(
+    std::string& candidate,
+    const std::string& modelFolder,
+    const SCompressionFamily& family,
+    const std::string& name)
+{
+    return IsExistFile(
+        candidate, {modelFolder, family.textureFolder, "/", name, ".", family.extension});
 }
 
 /// Sets a flag and adds it to the number of items that have a variant of its family. The address
@@ -91,17 +67,17 @@ void PrintCounts(const char* kind, const FamilyArray<int>& counts)
 
 bool CZEKOverwriter::AnalyseTextureCompression(int, const std::string& path)
 {
-    const FamilyArray<std::string> folders = GetTextureFolders(path);
+    const std::string modelFolder = LFileName::DeleteFileName(path);
     FamilyArray<int> counts = {};
     std::string candidate;
     for (std::size_t i = 0; i < m_TextureFlagQuadList.size(); ++i)
     {
         // A texture is looked for by its index, never by its own name.
-        const std::string stem = LFormat::Make("%03d.", static_cast<int>(i));
-        for (std::size_t family = 0; family < folders.size(); ++family)
+        const std::string name = LFormat::Make("%03d", static_cast<int>(i));
+        for (std::size_t family = 0; family < counts.size(); ++family)
         {
-            const bool isPresent = IsExistFile(
-                candidate, folders[family], stem, CompressionFamilies[family].extension);
+            const bool isPresent =
+                IsExistVariant(candidate, modelFolder, CompressionFamilies[family], name);
             SetFlag(m_TextureFlagQuadList[i][family], isPresent, counts[family]);
         }
     }
@@ -114,23 +90,26 @@ bool CZEKOverwriter::AnalyseReflectionProbeCompression(int version, const std::s
     if (version < version::ReflectionProbeFlags)
         return true;
 
-    const FamilyArray<std::string> folders = GetCubemapFolders(path);
-    const std::array<FamilyArray<std::string>, CubeFaceCount> faceFiles = GetCubeFaceFiles();
+    const std::string modelFolder = LFileName::DeleteFileName(path);
     const std::size_t probeCount = std::min(GetListSize(m_ProbeCount), m_ProbeFlagQuadList.size());
     FamilyArray<int> counts = {};
     std::string candidate;
     for (std::size_t probe = 0; probe < probeCount; ++probe)
     {
         FamilyArray<bool> isPresent = {true, true, true, true};
-        for (const FamilyArray<std::string>& files : faceFiles)
+        for (int face = 0; face < CubeFaceCount; ++face)
         {
-            for (std::size_t family = 0; family < folders.size(); ++family)
+            const std::string faceName = LFormat::Make("%s_%d", "reflection_cube", face);
+            for (std::size_t family = 0; family < counts.size(); ++family)
             {
-                if (!IsExistFile(candidate, folders[family], m_ProbeNameList[probe], files[family]))
+                if (!IsExistFile(
+                        candidate, {modelFolder, CompressionFamilies[family].cubemapFolder, "\\",
+                                    m_ProbeNameList[probe], "\\", faceName, ".",
+                                    CompressionFamilies[family].extension}))
                     isPresent[family] = false;
             }
         }
-        for (std::size_t family = 0; family < folders.size(); ++family)
+        for (std::size_t family = 0; family < counts.size(); ++family)
             SetFlag(m_ProbeFlagQuadList[probe][family], isPresent[family], counts[family]);
     }
     PrintCounts("Cubemap", counts);
@@ -139,17 +118,17 @@ bool CZEKOverwriter::AnalyseReflectionProbeCompression(int version, const std::s
 
 bool CZEKOverwriter::AnalyseLightmapCompression(int, const std::string& path)
 {
-    const FamilyArray<std::string> folders = GetTextureFolders(path);
+    const std::string modelFolder = LFileName::DeleteFileName(path);
     FamilyArray<int> counts = {};
     std::string candidate;
     for (std::size_t i = 0; i < m_LightmapFlagQuadList.size(); ++i)
     {
-        const std::string stem =
-            LFormat::Make("%s.", LFileName::DeleteExtension(m_LightmapNameList[i]).c_str());
-        for (std::size_t family = 0; family < folders.size(); ++family)
+        const std::string name =
+            LFormat::Make("%s", LFileName::DeleteExtension(m_LightmapNameList[i]).c_str());
+        for (std::size_t family = 0; family < counts.size(); ++family)
         {
-            const bool isPresent = IsExistFile(
-                candidate, folders[family], stem, CompressionFamilies[family].extension);
+            const bool isPresent =
+                IsExistVariant(candidate, modelFolder, CompressionFamilies[family], name);
             SetFlag(m_LightmapFlagQuadList[i][family], isPresent, counts[family]);
         }
     }

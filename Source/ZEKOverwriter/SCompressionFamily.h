@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 namespace zek
 {
@@ -8,9 +9,9 @@ namespace zek
 /// One family of GPU texture compression and where its variants lie beside a model.
 struct SCompressionFamily
 {
-    const char* textureFolder; ///< folder of compressed textures and lightmaps
-    const char* cubemapFolder; ///< folder of compressed reflection cubemaps
-    const char* extension;     ///< extension of all of these, without the dot
+    std::string_view textureFolder; ///< folder of compressed textures and lightmaps
+    std::string_view cubemapFolder; ///< folder of compressed reflection cubemaps
+    std::string_view extension;     ///< extension of all of these, without the dot
 };
 
 constexpr int CompressionFamilyCount = 4;
