@@ -23,8 +23,11 @@ say "Building (in build/benchmark)"
 quietly cmake -S . -B build/benchmark -G Ninja -DZEK_BUILD_TESTS=OFF -DZEK_BUILD_EXAMPLES=OFF \
     -DZEK_BUILD_BENCHMARKS=ON -DCMAKE_CXX_COMPILER=g++
 quietly cmake --build build/benchmark
-program=$PWD/build/benchmark/ZEKTexComp
 tools=$PWD/build/benchmark/Benchmarks
+# Copies, as after an installation: in how large pieces the system keeps a program in memory, and so
+# how fast it starts, depends on how its file was written.
+program=$scratch/ZEKTexComp
+cp build/benchmark/ZEKTexComp "$tools"/Floor{ReadWrite,OpenClose} "$scratch"
 
 # Prints a row: what is done, the median, least and greatest ratio, the target.
 print_row() { printf '%-44s %6s %6s %6s   %s\n' "$@"; }
@@ -33,7 +36,7 @@ print_row() { printf '%-44s %6s %6s %6s   %s\n' "$@"; }
 compare_rewrite() {
     local ratio least greatest rest
     read -r ratio least greatest rest < <("$tools/CompareRuns" "$1" "$program" "$3" \
-        against "$tools/FloorReadWrite" "$3")
+        against "$scratch/FloorReadWrite" "$3")
     print_row "$2" "$ratio" "$least" "$greatest" "$4"
 }
 
@@ -41,7 +44,7 @@ compare_rewrite() {
 compare_open() {
     local ratio least greatest rest
     read -r ratio least greatest rest < <("$tools/CompareRuns" "$runs" "$program" "$2/model.zek" \
-        against "$tools/FloorOpenClose" "$3" "$2/" "$4")
+        against "$scratch/FloorOpenClose" "$3" "$2/" "$4")
     print_row "$1" "$ratio" "$least" "$greatest" "$5"
 }
 
@@ -79,28 +82,46 @@ list_probes "$scratch/cubemaps" "$probes" | tr '\n' '\0' | xargs -0 touch
 compare_open "$probes probes, all faces" "$scratch/cubemaps" probes "$probes" 1.2
 rm -rf "$scratch/all" "$scratch/cubemaps"
 
-say "Growth: the ratio to the least stays the same from size to size"
-print_row work median least most target
-for size in $sizes; do
-    quietly "$tools/WriteModel" large-meshes "$size" "$scratch/model.zek"
-    compare_rewrite $((runs > 5 ? 5 : runs)) "$size MB of large meshes" "$scratch/model.zek" linear
+# Prints what a run over a model costs for each of its bytes or items, in nanoseconds and as a ratio
+# to the size before, when what a run over an empty model takes is left out.
+print_growth() {
+    local ratio microseconds rest
+    read -r ratio _ _ microseconds rest < <("$tools/CompareRuns" "$runs" \
+        "$program" "$3" against "$program" "$scratch/empty.zek")
+    previous=$(awk -v w="$1" -v n="$2" -v r="$ratio" -v t="$microseconds" -v p="$previous" 'BEGIN {
+        cost = 1000 * t * (1 - 1 / r) / n
+        printf "%-44s %10.3f %6s\n", w, cost, p ? sprintf("%.2f", cost / p) : "" >"/dev/stderr"
+        print cost }')
+}
+
+say "Growth: nanoseconds a byte or an item, and the ratio to the size before"
+printf 'ZEK\0\31\0\0\0' >"$scratch/empty.zek"
+head -c 92 /dev/zero >>"$scratch/empty.zek"
+for kind in small-meshes large-meshes; do
+    previous=
+    for size in $sizes; do
+        [ "$size $kind" = "1 large-meshes" ] && continue # one of them has 5 MB
+        read -r bytes rest < <("$tools/WriteModel" $kind "$size" "$scratch/model.zek")
+        print_growth "$size MB of $kind" "$bytes" "$scratch/model.zek" 2>&1
+    done
 done
+previous=
 for count in $counts; do
     quietly "$tools/WriteModel" textures "$count" "$scratch/none/model.zek"
-    compare_open "$count textures, no variant" "$scratch/none" textures "$count" linear
+    print_growth "$count textures, no variant" "$count" "$scratch/none/model.zek" 2>&1
 done
 
 say "Peak memory against the image and the lists of the largest mesh, in kilobytes"
 read -r image lists < <("$tools/WriteModel" large-meshes "$megabytes" "$scratch/model.zek")
 read -r _ _ _ _ peak < <("$tools/CompareRuns" 1 "$program" "$scratch/model.zek" against \
-    "$tools/FloorReadWrite" "$scratch/model.zek")
+    "$scratch/FloorReadWrite" "$scratch/model.zek")
 sum=$(((image + lists) / 1024))
 awk -v p="$peak" -v s="$sum" 'BEGIN { printf "peak %d, sum %d, ratio %.3f\n", p, s, p / s }'
 
 say "System calls for a model of 100 bytes, its one write to standard output included"
 printf 'ZEK\0\7\0\0\0' >"$scratch/model.zek"
 head -c 92 /dev/zero >>"$scratch/model.zek"
-for command in "$program" "$tools/FloorReadWrite"; do
+for command in "$program" "$scratch/FloorReadWrite"; do
     if strace -o "$scratch/calls" "$command" "$scratch/model.zek" >"$scratch/output" 2>&1; then
         echo "$(basename "$command") $(grep -vc '^+++' "$scratch/calls")"
     else
