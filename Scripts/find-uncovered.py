@@ -1,0 +1,97 @@
+#!/usr/bin/env python3
+"""Prints how many lines and branches of Source the tests reached, and the lines that they did not
+reach or did not leave by every branch.
+
+    Scripts/find-uncovered.py RECORD      in the format of lcov, as llvm-cov writes it
+
+Fails at one for which Documents/Reliability.md gives no reason: a line there that has both the
+name of the file and the text of the line in it. Of a function that was not called at all, and of
+lines that follow one another, only the first is looked for.
+"""
+
+import collections
+import pathlib
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+class File:
+    def __init__(self):
+        self.lines = {}  # number -> how often it was run
+        self.branches = collections.defaultdict(list)  # number -> how often each was taken
+        self.starts = {}  # name of a function -> its first line
+
+    def count_instances(self, line):
+        """Returns how many functions were made of the source of a line, such as of a template."""
+        starts = list(self.starts.values())
+        start = max((start for start in starts if start <= line), default=None)
+        return max(starts.count(start), 1)
+
+    def fold_branches(self, line):
+        """Returns how often each branch of a line was taken, those of all instances added up."""
+        counts = self.branches[line]
+        size = len(counts) // self.count_instances(line)
+        return [sum(counts[i::size]) for i in range(size)]
+
+    def find_uncovered_lines(self):
+        """Returns the numbers of the first lines of each stretch that was not covered."""
+        missed = {line for line, count in self.lines.items() if count == 0}
+        missed |= {line for line in list(self.branches) if 0 in self.fold_branches(line)}
+        return sorted(line for line in missed if line - 1 not in missed)
+
+
+def read_record(path):
+    files = collections.defaultdict(File)
+    for record in path.read_text().splitlines():
+        kind, _, value = record.partition(":")
+        if kind == "SF":
+            file = files[value[max(value.rfind("Source/"), 0) :]]
+        elif kind == "DA":
+            line, count = map(int, value.split(",")[:2])
+            file.lines[line] = count
+        elif kind == "BRDA":
+            line, _, _, count = value.split(",")
+            file.branches[int(line)].append(0 if count == "-" else int(count))
+        elif kind == "FN":
+            line, name = value.split(",", 1)
+            file.starts[name] = int(line)
+    return {name: file for name, file in files.items() if name.startswith("Source/")}
+
+
+def print_share(what, counts):
+    reached = sum(count > 0 for count in counts)
+    print(f"{reached:5} of {len(counts):5} {what:8} {100 * reached / len(counts):6.2f} %")
+
+
+def main():
+    files = read_record(pathlib.Path(sys.argv[1]))
+    print_share("lines", [count for file in files.values() for count in file.lines.values()])
+    print_share(
+        "branches",
+        [
+            count
+            for file in files.values()
+            for line in list(file.branches)
+            for count in file.fold_branches(line)
+        ],
+    )
+
+    reasons = (ROOT / "Documents/Reliability.md").read_text().splitlines()
+    unexplained = 0
+    for name in sorted(files):
+        source = (ROOT / name).read_text().splitlines()
+        for line in files[name].find_uncovered_lines():
+            text = source[line - 1].strip()
+            if text == "{":
+                text = source[line - 2].strip()
+            is_explained = any(pathlib.Path(name).name in reason and text in reason for reason in reasons)
+            unexplained += not is_explained
+            print(f"{name}:{line}: {text}{'' if is_explained else '   <- why?'}")
+    if unexplained:
+        print(f"{unexplained} not covered: add a test, or the reason to Documents/Reliability.md.")
+    return 1 if unexplained else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
