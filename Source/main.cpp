@@ -36,7 +36,7 @@ void KeepFreedMemory()
 /// as much as reading the file. Relies on a heap that keeps what is freed.
 void UseHugePages(const char* path)
 {
-    constexpr off_t smallestSize = 1024 * 1024;
+    constexpr int smallestSize = 1024 * 1024;
     constexpr std::size_t pageSize = 4096;
     constexpr std::size_t heapSize = LargestMmapThreshold - pageSize;
 
