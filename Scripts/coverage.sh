@@ -25,7 +25,7 @@ say "Running the tests"
 rm -rf "$folder/profiles"
 # Four files for each program, into which all of its runs are added up.
 LLVM_PROFILE_FILE=$folder/profiles/%4m.profraw \
-    ZEK_TEST_LARGE_FILES=1 GTEST_FILTER='-SystemCallTest.*:MemoryLimitTest.*:HardeningTest.*' \
+    GTEST_FILTER='-SystemCallTest.*:MemoryLimitTest.*:HardeningTest.*' \
     ctest --test-dir "$folder" --parallel "$(nproc)" --output-on-failure "$@"
 
 say "Lines and branches reached"
