@@ -21,12 +21,6 @@ namespace
 constexpr unsigned int LargestSize = std::numeric_limits<unsigned int>::max();
 constexpr unsigned int ReadStringChunkSize = 128;
 
-/// Returns a name up to its first zero byte.
-std::string CutAtZero(const std::string& name)
-{
-    return name.substr(0, name.find('\0'));
-}
-
 bool IsStartingWith(const std::string& text, const char* prefix)
 {
     return text.compare(0, std::strlen(prefix), prefix) == 0;
@@ -209,7 +203,7 @@ bool CFile::ReadString(std::string& out)
 bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name)
 {
     CFile file;
-    if (!file.OpenStream(CutAtZero(name)))
+    if (!file.OpenStream(name))
         return false;
     file.StopBuffering();
     std::int64_t fileSize;
@@ -228,7 +222,7 @@ bool CFile::WriteImage(const std::vector<unsigned char>& image, const std::strin
     if (image.size() > LargestSize)
         return false;
     CFile file;
-    if (!file.Create(CutAtZero(name)))
+    if (!file.Create(name))
         return false;
     file.StopBuffering();
     if (!image.empty() && !file.Write(image.data(), static_cast<int>(image.size())))
