@@ -21,18 +21,19 @@ SQuaternion FromEulerAngles(float radiansA, float radiansB, float radiansC)
     const float cosC = std::cos(radiansC);
     const float sinC = std::sin(radiansC) * sign;
 
-    // The matrix product ends each sum with 0 * 0, which makes 0 of -0.
+    // The matrix product ends each sum with 0 * 0, which makes 0 of -0. On the diagonal, whose
+    // elements are only added and compared, the sign of a zero is never seen.
     constexpr float zero = 0.0f;
     SMatrix matrix;
-    matrix.m[A][A] = cosB * cosC + zero;
+    matrix.m[A][A] = cosB * cosC;
     matrix.m[A][B] = cosB * sinC + zero;
     matrix.m[A][C] = -sinB + zero;
     matrix.m[B][A] = sinA * sinB * cosC - cosA * sinC + zero;
-    matrix.m[B][B] = sinA * sinB * sinC + cosA * cosC + zero;
+    matrix.m[B][B] = sinA * sinB * sinC + cosA * cosC;
     matrix.m[B][C] = sinA * cosB + zero;
     matrix.m[C][A] = cosA * sinB * cosC + sinA * sinC + zero;
     matrix.m[C][B] = cosA * sinB * sinC - sinA * cosC + zero;
-    matrix.m[C][C] = cosA * cosB + zero;
+    matrix.m[C][C] = cosA * cosB;
     return matrix.GetQuaternion();
 }
 

@@ -213,6 +213,19 @@ TEST_P(EulerAngles, SetterIsTheQuaternionOfTheProductFromTheLeft)
     }
 }
 
+TEST_P(EulerAngles, SetterIsTheQuaternionOfTheProductForAnglesWithZerosOfEitherSign)
+{
+    const SOrder& order = GetParam();
+    const std::vector<float> angles = {0.0f, -0.0f, Pi / 2.0f, -Pi / 2.0f, Pi,        -Pi,
+                                       1.0f, -1.0f, 2.0f * Pi, Infinity,   -Infinity, NaN};
+    for (const float x : angles)
+        for (const float y : angles)
+            for (const float z : angles)
+                EXPECT_SAME_BITS(
+                    order.multiply(S3D(x, y, z)).GetQuaternion(), SetAngles(order, S3D(x, y, z)))
+                    << PrintInput(S3D(x, y, z));
+}
+
 TEST_P(EulerAngles, SetterIsTheRotationOfDoublePrecision)
 {
     const SOrder& order = GetParam();
