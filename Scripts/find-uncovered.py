@@ -29,10 +29,11 @@ class File:
         return max(starts.count(start), 1)
 
     def fold_branches(self, line):
-        """Returns how often each branch of a line was taken, those of all instances added up."""
+        """Returns how often each branch of a line was taken, those of all instances added up if each
+        instance has them."""
         counts = self.branches[line]
-        size = len(counts) // self.count_instances(line)
-        return [sum(counts[i::size]) for i in range(size)]
+        size, rest = divmod(len(counts), self.count_instances(line))
+        return counts if rest else [sum(counts[i::size]) for i in range(size)]
 
     def find_uncovered_lines(self):
         """Returns the numbers of the first lines of each stretch that was not covered."""
