@@ -5,6 +5,7 @@
 
 #include "Independent/FileImage/CFileImageAnalyser.h"
 #include "Independent/Math3D/SColor.h"
+#include "ZEKOverwriter/CZEKFlagSink.h"
 #include "ZEKOverwriter/EZEKColliderShape.h"
 #include "ZEKOverwriter/EZEKShaderType.h"
 #include "ZEKOverwriter/STextureTransform.h"
@@ -12,19 +13,15 @@
 namespace zek
 {
 
-/// Addresses of the four compression flags of one item, in the order of `CompressionFamilies`.
-/// They point into a file image and are valid as long as it is neither freed nor resized.
-using FlagQuad = std::vector<const unsigned char*>;
-
 /// Marks in a ZEK model file which compressed variants of its textures, lightmaps and reflection
 /// cubemaps lie on disk beside it. One object serves one file.
 ///
 /// The walkers each start at the reader's position and leave it just behind their section. They
 /// return false when the data ends early or is malformed, and the position is then anywhere. They
 /// never read outside the reader's range, whatever the data says, and a count of zero or less
-/// means no records. All but three read values only to drop them: those of textures, lightmaps and
-/// reflection probes remember where the flags are. The file's version decides which fields a
-/// record has (see ZEKVersion.h).
+/// means no records. Only those of the header, textures, lightmaps and reflection probes keep
+/// anything: where the processed marker and the flags are, and names. The file's version decides
+/// which fields a record has (see ZEKVersion.h). What the format is, the `Walk...` functions say.
 ///
 /// The detectors then look for the variants, write 1 or 0 through the remembered addresses, and
 /// print how many items have a variant of each family.
@@ -38,18 +35,19 @@ public:
     /// Does the whole job on the model file at path: reads it, walks it, sets its flags and the
     /// processed marker, and writes it back. Returns false when it cannot be read, understood or
     /// written. It is unchanged unless the writing itself failed, which may leave it cut short.
+    /// What the walkers kept goes with the image.
     ///
     /// Reading turns backslashes in path into slashes; writing does not, so that a path with
     /// backslashes is read from one file and written to another (see `filesystem::CFile`).
     bool Overwrite(const std::string& path);
 
     /// The same on a file image in memory, without reading or writing the file: path only says
-    /// where to look for variants. On false the flags are as they were, but the marker may be set.
+    /// where to look for variants. On false the image is as it was.
     bool OverwriteImage(std::vector<unsigned char>& image, const std::string& path);
 
-    /// Walks the file's start: magic, version and what stands before the first section. From
-    /// version 21 on it sets the processed marker, so the reader's range must be writable memory.
-    /// Fails on anything but a ZEK file of version 7 or later.
+    /// Walks the file's start: magic, version and what stands before the first section, and from
+    /// version 21 on keeps where the processed marker is. Fails on anything but a ZEK file of
+    /// version 7 or later.
     bool AnalyseHeader(fileimage::CFileImageAnalyser& reader, int& version);
 
     /// Walks all sections in the order that the version prescribes. What follows the last one is
@@ -128,31 +126,41 @@ public:
     /// name with another extension, printing "ExistLightmapCompression".
     bool AnalyseLightmapCompression(int version, const std::string& path);
 
+    /// Sets the processed marker, if the file has one.
+    void SetProcessedMarker();
+
     /// The flags of each texture in file order.
-    const std::vector<FlagQuad>& GetTextureFlagQuadList() const { return m_TextureFlagQuadList; }
+    const std::vector<FlagQuad>& GetTextureFlagQuadList() const
+    {
+        return m_Flags.GetTextureFlagQuadList();
+    }
 
     /// The flags of each lightmap in file order.
-    const std::vector<FlagQuad>& GetLightmapFlagQuadList() const { return m_LightmapFlagQuadList; }
+    const std::vector<FlagQuad>& GetLightmapFlagQuadList() const
+    {
+        return m_Flags.GetLightmapFlagQuadList();
+    }
 
     /// The name of each lightmap.
-    const std::vector<std::string>& GetLightmapNameList() const { return m_LightmapNameList; }
+    const std::vector<std::string>& GetLightmapNameList() const
+    {
+        return m_Flags.GetLightmapNameList();
+    }
 
     /// The flags of each reflection probe in file order.
-    const std::vector<FlagQuad>& GetProbeFlagQuadList() const { return m_ProbeFlagQuadList; }
+    const std::vector<FlagQuad>& GetProbeFlagQuadList() const
+    {
+        return m_Flags.GetProbeFlagQuadList();
+    }
 
     /// The number of reflection probes that the file states: negative in a file that says so.
-    int GetProbeCount() const { return m_ProbeCount; }
+    int GetProbeCount() const { return m_Flags.GetProbeCount(); }
 
     /// The name of each reflection probe.
-    const std::vector<std::string>& GetProbeNameList() const { return m_ProbeNameList; }
+    const std::vector<std::string>& GetProbeNameList() const { return m_Flags.GetProbeNameList(); }
 
 private:
-    std::vector<FlagQuad> m_TextureFlagQuadList;
-    std::vector<FlagQuad> m_LightmapFlagQuadList;
-    std::vector<std::string> m_LightmapNameList;
-    std::vector<FlagQuad> m_ProbeFlagQuadList;
-    int m_ProbeCount = 0;
-    std::vector<std::string> m_ProbeNameList;
+    CZEKFlagSink m_Flags;
 };
 
 } // namespace zek

@@ -1,15 +1,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <initializer_list>
-#include <string_view>
 
-#include "Independent/FormatString/LFormat.h"
-#include "Specific/FileSystem/CFindFile.h"
 #include "Specific/FileSystem/LFileName.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
-#include "ZEKOverwriter/SCompressionFamily.h"
-#include "ZEKOverwriter/ZEKRecord.h"
+#include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZEKOverwriter/ImageByte.h"
 #include "ZEKOverwriter/ZEKVersion.h"
 
 namespace zek
@@ -18,70 +14,53 @@ namespace zek
 namespace
 {
 
-constexpr int CubeFaceCount = 6;
+/// The number of items that have a variant of each family.
+using FamilyCounts = std::array<int, CompressionFamilyCount>;
 
-/// One value per compression family.
-template <typename Value>
-using FamilyArray = std::array<Value, CompressionFamilyCount>;
-
-/// Tells whether a file exists whose path is put together from pieces. The path is built in one
-/// string for all calls, which is faster than a string for each.
-bool IsExistFile(std::string& candidate, std::initializer_list<std::string_view> pieces)
+/// Prints the counts behind the words of the line.
+void PrintCounts(const char* words, const FamilyCounts& counts)
 {
-    candidate.clear();
-    for (std::string_view piece : pieces)
-        candidate.append(piece);
-    return filesystem::CFindFile::IsExistFile(candidate);
+    std::printf("%s", words);
+    for (int count : counts)
+        std::printf(" %d", count);
+    std::printf("\n");
 }
 
-/// The same for the variant of a texture or lightmap in one family: beside the model, under a name
-/// without extension.
-bool IsExistVariant(
-    std::string& candidate,
-    const std::string& modelFolder,
-    const SCompressionFamily& family,
-    const std::string& name)
+/// Writes the flags of an item. It has none when its version has none.
+void SetFlags(const FlagQuad& quad, const FamilyFlags& isPresent)
 {
-    return IsExistFile(
-        candidate, {modelFolder, family.textureFolder, "/", name, ".", family.extension});
+    for (std::size_t family = 0; family < quad.size(); ++family)
+    {
+        if (quad[family] != nullptr)
+            SetImageByte(quad[family], isPresent[family] ? 1 : 0);
+    }
 }
 
-/// Sets a flag and adds it to the number of items that have a variant of its family. The address
-/// is null for an item whose version has no flags.
-void SetFlag(const unsigned char* slot, bool isPresent, int& count)
+/// Looks for the variants of items, sets the flags of each, and counts. An item without flags does
+/// not count.
+template <typename MakeItem>
+FamilyCounts
+SetFlagsOfItems(const std::string& path, const std::vector<FlagQuad>& quads, MakeItem makeItem)
 {
-    if (slot == nullptr)
-        return;
-    SetImageByte(slot, isPresent ? 1 : 0);
-    count += isPresent ? 1 : 0;
-}
-
-/// Prints how many items have a variant of each family; the format names the kind of item.
-void PrintCounts(const char* kind, const FamilyArray<int>& counts)
-{
-    std::printf(
-        "Exist%sCompression %d %d %d %d\n", kind, counts[0], counts[1], counts[2], counts[3]);
+    CZEKVariantFinder finder(LFileName::DeleteFileName(path));
+    FamilyCounts counts = {};
+    for (std::size_t i = 0; i < quads.size(); ++i)
+    {
+        const FamilyFlags isPresent = finder.Find(makeItem(i));
+        SetFlags(quads[i], isPresent);
+        for (std::size_t family = 0; family < counts.size(); ++family)
+            counts[family] += isPresent[family] && quads[i][family] != nullptr ? 1 : 0;
+    }
+    return counts;
 }
 
 } // namespace
 
 bool CZEKOverwriter::AnalyseTextureCompression(int, const std::string& path)
 {
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    FamilyArray<int> counts = {};
-    std::string candidate;
-    for (std::size_t i = 0; i < m_TextureFlagQuadList.size(); ++i)
-    {
-        // A texture is looked for by its index, never by its own name.
-        const std::string name = LFormat::Make("%03d", static_cast<int>(i));
-        for (std::size_t family = 0; family < counts.size(); ++family)
-        {
-            const bool isPresent =
-                IsExistVariant(candidate, modelFolder, CompressionFamilies[family], name);
-            SetFlag(m_TextureFlagQuadList[i][family], isPresent, counts[family]);
-        }
-    }
-    PrintCounts("Texture", counts);
+    const FamilyCounts counts =
+        SetFlagsOfItems(path, m_Flags.GetTextureFlagQuadList(), SZEKItem::MakeTexture);
+    PrintCounts("ExistTextureCompression", counts);
     return true;
 }
 
@@ -90,49 +69,24 @@ bool CZEKOverwriter::AnalyseReflectionProbeCompression(int version, const std::s
     if (version < version::ReflectionProbeFlags)
         return true;
 
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    const std::size_t probeCount = std::min(GetListSize(m_ProbeCount), m_ProbeFlagQuadList.size());
-    FamilyArray<int> counts = {};
-    std::string candidate;
-    for (std::size_t probe = 0; probe < probeCount; ++probe)
-    {
-        FamilyArray<bool> isPresent = {true, true, true, true};
-        for (int face = 0; face < CubeFaceCount; ++face)
-        {
-            const std::string faceName = LFormat::Make("%s_%d", "reflection_cube", face);
-            for (std::size_t family = 0; family < counts.size(); ++family)
-            {
-                if (!IsExistFile(
-                        candidate, {modelFolder, CompressionFamilies[family].cubemapFolder, "\\",
-                                    m_ProbeNameList[probe], "\\", faceName, ".",
-                                    CompressionFamilies[family].extension}))
-                    isPresent[family] = false;
-            }
-        }
-        for (std::size_t family = 0; family < counts.size(); ++family)
-            SetFlag(m_ProbeFlagQuadList[probe][family], isPresent[family], counts[family]);
-    }
-    PrintCounts("Cubemap", counts);
+    // After a section that was not walked to its end there may be flags without a name.
+    const std::vector<std::string>& names = m_Flags.GetProbeNameList();
+    std::vector<FlagQuad> quads = m_Flags.GetProbeFlagQuadList();
+    quads.resize(std::min(
+        {quads.size(), names.size(), static_cast<std::size_t>(std::max(GetProbeCount(), 0))}));
+    const FamilyCounts counts = SetFlagsOfItems(
+        path, quads, [&](std::size_t i) { return SZEKItem::MakeCubemap(names[i]); });
+    PrintCounts("ExistCubemapCompression", counts);
     return true;
 }
 
 bool CZEKOverwriter::AnalyseLightmapCompression(int, const std::string& path)
 {
-    const std::string modelFolder = LFileName::DeleteFileName(path);
-    FamilyArray<int> counts = {};
-    std::string candidate;
-    for (std::size_t i = 0; i < m_LightmapFlagQuadList.size(); ++i)
-    {
-        const std::string name =
-            LFormat::Make("%s", LFileName::DeleteExtension(m_LightmapNameList[i]).c_str());
-        for (std::size_t family = 0; family < counts.size(); ++family)
-        {
-            const bool isPresent =
-                IsExistVariant(candidate, modelFolder, CompressionFamilies[family], name);
-            SetFlag(m_LightmapFlagQuadList[i][family], isPresent, counts[family]);
-        }
-    }
-    PrintCounts("Lightmap", counts);
+    const std::vector<std::string>& names = m_Flags.GetLightmapNameList();
+    const FamilyCounts counts = SetFlagsOfItems(
+        path, m_Flags.GetLightmapFlagQuadList(),
+        [&](std::size_t i) { return SZEKItem::MakeLightmap(names[i]); });
+    PrintCounts("ExistLightmapCompression", counts);
     return true;
 }
 

@@ -12,4 +12,11 @@ enum class EZEKColliderShape : int
     Mesh = 2,   ///< centre and size, and an optional mesh
 };
 
+/// Tells whether an int of a file is one of these.
+constexpr bool IsColliderShape(int shape)
+{
+    return shape >= static_cast<int>(EZEKColliderShape::None) &&
+           shape <= static_cast<int>(EZEKColliderShape::Mesh);
+}
+
 } // namespace zek

@@ -103,7 +103,7 @@ TEST(CZEKOverwriterTextureList, VersionFiveBringsTheFlags)
 
 TEST(CZEKOverwriterTextureList, BeforeVersionFiveAQuadHasFourNullSlots)
 {
-    const FlagQuad nullSlots(4, nullptr);
+    const FlagQuad nullSlots = {};
     for (int version : {0, 1, 4})
     {
         CZEKOverwriter overwriter;
