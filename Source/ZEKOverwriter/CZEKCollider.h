@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Independent/Math3D/S3D.h"
-#include "ZEKOverwriter/EZEKColliderShape.h"
-#include "ZEKOverwriter/EZEKColliderType.h"
+#include "ZEKFormat/EZEKColliderShape.h"
+#include "ZEKFormat/EZEKColliderType.h"
 
 namespace zek
 {

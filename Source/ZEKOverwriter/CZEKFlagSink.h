@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "ZEKOverwriter/CZEKSink.h"
+#include "ZEKFormat/CZEKSink.h"
 #include "ZEKOverwriter/FlagQuad.h"
 
 namespace zek

@@ -4,8 +4,8 @@
 
 #include "Independent/Math3D/SColor.h"
 #include "Independent/Math3D/SUV.h"
-#include "ZEKOverwriter/EZEKBlendMode.h"
-#include "ZEKOverwriter/EZEKShaderType.h"
+#include "ZEKFormat/EZEKBlendMode.h"
+#include "ZEKFormat/EZEKShaderType.h"
 
 namespace zek
 {

@@ -5,10 +5,10 @@
 
 #include "Independent/FileImage/CFileImageAnalyser.h"
 #include "Independent/Math3D/SColor.h"
+#include "ZEKFormat/EZEKColliderShape.h"
+#include "ZEKFormat/EZEKShaderType.h"
+#include "ZEKFormat/STextureTransform.h"
 #include "ZEKOverwriter/CZEKFlagSink.h"
-#include "ZEKOverwriter/EZEKColliderShape.h"
-#include "ZEKOverwriter/EZEKShaderType.h"
-#include "ZEKOverwriter/STextureTransform.h"
 
 namespace zek
 {

@@ -6,7 +6,7 @@
 #include "ZEKOverwriter/CZEKOverwriter.h"
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 #include "ZEKOverwriter/ImageByte.h"
-#include "ZEKOverwriter/ZEKVersion.h"
+#include "ZEKFormat/ZEKVersion.h"
 
 namespace zek
 {

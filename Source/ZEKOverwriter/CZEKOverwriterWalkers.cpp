@@ -2,10 +2,10 @@
 #include <cstdint>
 #include <limits>
 
-#include "ZEKOverwriter/CZEKImageSource.h"
+#include "ZEKFormat/CZEKImageSource.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
-#include "ZEKOverwriter/CZEKWalk.h"
-#include "ZEKOverwriter/ZEKFile.h"
+#include "ZEKFormat/CZEKWalk.h"
+#include "ZEKFormat/ZEKFile.h"
 
 namespace zek
 {

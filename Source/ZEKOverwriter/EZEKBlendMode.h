@@ -1,11 +1,4 @@
 #pragma once
 
-namespace zek
-{
-
-/// How a material is blended: any int, carried from the file without interpretation.
-enum class EZEKBlendMode : int
-{
-};
-
-} // namespace zek
+// Stands with the format, whose walk reads it; the model classes are built on it.
+#include "ZEKFormat/EZEKBlendMode.h" // IWYU pragma: export

@@ -3,6 +3,8 @@
 #include <array>
 #include <string_view>
 
+#include "ZEKFormat/ZEKFlags.h"
+
 namespace zek
 {
 
@@ -13,8 +15,6 @@ struct SCompressionFamily
     std::string_view cubemapFolder; ///< folder of compressed reflection cubemaps
     std::string_view extension;     ///< extension of all of these, without the dot
 };
-
-constexpr int CompressionFamilyCount = 4;
 
 /// The families in the order of every group of flags and of every count: PVRTC, ETC, ASTC, DXT.
 constexpr std::array<SCompressionFamily, CompressionFamilyCount> CompressionFamilies = {{

@@ -3,10 +3,10 @@
 #include <limits>
 #include <type_traits>
 
-#include "ZEKOverwriter/EZEKBlendMode.h"
-#include "ZEKOverwriter/EZEKColliderShape.h"
-#include "ZEKOverwriter/EZEKColliderType.h"
-#include "ZEKOverwriter/EZEKShaderType.h"
+#include "ZEKFormat/EZEKBlendMode.h"
+#include "ZEKFormat/EZEKColliderShape.h"
+#include "ZEKFormat/EZEKColliderType.h"
+#include "ZEKFormat/EZEKShaderType.h"
 
 using zek::EZEKBlendMode;
 using zek::EZEKColliderShape;

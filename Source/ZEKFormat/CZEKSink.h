@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "ZEKOverwriter/EZEKFieldType.h"
-#include "ZEKOverwriter/SZEKFault.h"
-#include "ZEKOverwriter/SZEKPlace.h"
-#include "ZEKOverwriter/ZEKRecords.h"
+#include "ZEKFormat/EZEKFieldType.h"
+#include "ZEKFormat/SZEKFault.h"
+#include "ZEKFormat/SZEKPlace.h"
+#include "ZEKFormat/ZEKRecords.h"
 
 namespace zek
 {

@@ -9,12 +9,12 @@
 #include "Independent/Math3D/SColor32.h"
 #include "Independent/Math3D/SQuaternion.h"
 #include "Independent/Math3D/SUV.h"
-#include "ZEKOverwriter/EZEKBlendMode.h"
-#include "ZEKOverwriter/EZEKColliderShape.h"
-#include "ZEKOverwriter/EZEKColliderType.h"
-#include "ZEKOverwriter/EZEKShaderType.h"
-#include "ZEKOverwriter/STextureTransform.h"
-#include "ZEKOverwriter/SZEKPlace.h"
+#include "ZEKFormat/EZEKBlendMode.h"
+#include "ZEKFormat/EZEKColliderShape.h"
+#include "ZEKFormat/EZEKColliderType.h"
+#include "ZEKFormat/EZEKShaderType.h"
+#include "ZEKFormat/STextureTransform.h"
+#include "ZEKFormat/SZEKPlace.h"
 
 /// What the records of a model file come to while they are walked: those of their fields that mean
 /// something, in file order. What the file's version does not have keeps the value given here.

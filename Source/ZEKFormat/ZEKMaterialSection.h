@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ZEKOverwriter/ZEKRecords.h"
-#include "ZEKOverwriter/ZEKReflectionProbeSection.h"
-#include "ZEKOverwriter/ZEKVersion.h"
+#include "ZEKFormat/ZEKRecords.h"
+#include "ZEKFormat/ZEKReflectionProbeSection.h"
+#include "ZEKFormat/ZEKVersion.h"
 
 /// The materials of a model file. What each function is given is a `CZEKWalk`, or its fields.
 namespace zek
@@ -71,8 +71,7 @@ bool WalkUVList(Walk& walk)
     int count;
     const auto walkFields = [&](auto& fields)
     {
-        fields.Float("uvListFirst");
-        fields.Float("uvListSecond");
+        fields.Floats("uvListFloats", 2);
         count = fields.Int("uvCount");
     };
     return walk.Block("uvList", walkFields) &&
@@ -81,30 +80,16 @@ bool WalkUVList(Walk& walk)
 }
 
 template <typename Walk>
-bool WalkShader0Parameters(Walk& walk)
-{
-    const auto walkFields = [](auto& fields)
-    {
-        fields.Float("parameters.first");
-        fields.Float("parameters.second");
-    };
-    return walk.Block("parameters", walkFields);
-}
-
-template <typename Walk>
 bool WalkShader1Parameters(Walk& walk, int version)
 {
     const auto walkFields = [](auto& fields)
     {
-        fields.Float("parameters.first");
-        fields.Float("parameters.second");
+        fields.Floats("parameters.firstFloats", 2);
         fields.Color("parameters.firstColor");
-        fields.Float("parameters.third");
-        fields.Float("parameters.fourth");
-        fields.Float("parameters.fifth");
+        fields.Floats("parameters.secondFloats", 3);
         fields.Int("parameters.int");
         fields.Color("parameters.secondColor");
-        fields.Float("parameters.sixth");
+        fields.Float("parameters.lastFloat");
     };
     if (!walk.Block("parameters", walkFields))
         return false;
@@ -116,8 +101,7 @@ bool WalkShader1Parameters(Walk& walk, int version)
         return false;
     const auto walkSubBlock = [](auto& fields)
     {
-        fields.Float("parameters.subBlock.first");
-        fields.Float("parameters.subBlock.second");
+        fields.Floats("parameters.subBlock.floats", 2);
         fields.Int("parameters.subBlock.int");
         fields.UV("parameters.subBlock.uv");
     };
@@ -130,21 +114,16 @@ bool WalkShader2Parameters(Walk& walk, int version)
     const auto walkFields = [](auto& fields)
     {
         fields.Color("parameters.firstColor");
-        fields.Float("parameters.first");
-        fields.Float("parameters.second");
+        fields.Floats("parameters.firstFloats", 2);
     };
-    if (!walk.Block("parameters", walkFields))
-        return false;
-
-    const auto walkMore = [](auto& fields)
+    const auto walkNewFields = [](auto& fields)
     {
         fields.Color("parameters.secondColor");
-        fields.Float("parameters.third");
-        fields.Float("parameters.fourth");
-        fields.Float("parameters.fifth");
+        fields.Floats("parameters.secondFloats", 3);
         fields.Color("parameters.thirdColor");
     };
-    return version < version::MaterialSecondColor || walk.Block("parameters", walkMore);
+    return walk.Block("parameters", walkFields) &&
+           (version < version::MaterialSecondColor || walk.Block("parameters", walkNewFields));
 }
 
 template <typename Walk>
@@ -154,11 +133,7 @@ bool WalkShader3Parameters(Walk& walk)
     {
         fields.Color("parameters.firstColor");
         fields.Color("parameters.secondColor");
-        fields.Float("parameters.first");
-        fields.Float("parameters.second");
-        fields.Float("parameters.third");
-        fields.Float("parameters.fourth");
-        fields.Float("parameters.fifth");
+        fields.Floats("parameters.floats", 5);
     };
     return walk.Block("parameters", walkFields);
 }
@@ -168,7 +143,7 @@ bool WalkShader6Parameters(Walk& walk)
 {
     const auto walkFields = [](auto& fields)
     {
-        fields.Float("parameters.first");
+        fields.Float("parameters.float");
         fields.Int("parameters.int");
     };
     return walk.Block("parameters", walkFields);
@@ -182,7 +157,8 @@ bool WalkShaderParameters(Walk& walk, int version, EZEKShaderType shaderType)
     {
     case EZEKShaderType::Shader0:
     case EZEKShaderType::Shader7:
-        return version < version::MaterialRoughnessParameters || WalkShader0Parameters(walk);
+        return version < version::MaterialRoughnessParameters ||
+               walk.Block("parameters", [](auto& f) { f.Floats("parameters.floats", 2); });
     case EZEKShaderType::Shader1:
         return version < version::MaterialShader1Block || WalkShader1Parameters(walk, version);
     case EZEKShaderType::Shader2:

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "ZEKOverwriter/CZEKFields.h"
-#include "ZEKOverwriter/EZEKFieldType.h"
-#include "ZEKOverwriter/SZEKFault.h"
-#include "ZEKOverwriter/SZEKPlace.h"
+#include "ZEKFormat/CZEKFields.h"
+#include "ZEKFormat/EZEKFieldType.h"
+#include "ZEKFormat/SZEKFault.h"
+#include "ZEKFormat/SZEKPlace.h"
 
 namespace zek
 {
@@ -72,7 +72,9 @@ public:
         const std::int64_t offset = m_Source.GetPos();
         const std::int64_t left = m_Source.GetLeft();
         if (!m_Source.TakeText(value))
-            return Refuse({SZEKFault::Unterminated, name, offset, 0, left});
+            return Refuse(
+                {m_Source.IsUnreadable() ? SZEKFault::Unreadable : SZEKFault::Unterminated, name,
+                 offset, left, left});
         m_Sink.Text(name, offset, value);
         return true;
     }

@@ -8,8 +8,8 @@
 #include "Independent/Math3D/SColor32.h"
 #include "Independent/Math3D/SQuaternion.h"
 #include "Independent/Math3D/SUV.h"
-#include "ZEKOverwriter/EZEKFieldType.h"
-#include "ZEKOverwriter/SZEKPlace.h"
+#include "ZEKFormat/EZEKFieldType.h"
+#include "ZEKFormat/SZEKPlace.h"
 
 namespace zek
 {
@@ -86,6 +86,9 @@ public:
     }
 
     std::array<float, 4> BoneWeights(const char* name) { return ReadFloats<4>(name); }
+
+    /// Floats whose values are not looked at.
+    void Floats(const char* name, int count) { Take(name, EZEKFieldType::Float, count); }
 
     /// Bytes whose values are not looked at; returns where they lie.
     SZEKPlace Bytes(const char* name, int count)

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "ZEKOverwriter/SCompressionFamily.h"
-#include "ZEKOverwriter/SZEKPlace.h"
+#include "ZEKFormat/SZEKPlace.h"
 
 namespace zek
 {
+
+/// The compression flags of an item: PVRTC, ETC, ASTC and DXT.
+constexpr int CompressionFamilyCount = 4;
 
 /// Walks the compression flags of an item, a byte a family. What it is given is a `CZEKWalk`.
 template <typename Walk>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ZEKOverwriter/ZEKRecords.h"
-#include "ZEKOverwriter/ZEKVersion.h"
+#include "ZEKFormat/ZEKRecords.h"
+#include "ZEKFormat/ZEKVersion.h"
 
 /// The meshes of a model file. What each function is given is a `CZEKWalk`.
 namespace zek

@@ -2,14 +2,14 @@
 
 #include <string_view>
 
-#include "ZEKOverwriter/ZEKBoneTable.h"
-#include "ZEKOverwriter/ZEKLightmapSection.h"
-#include "ZEKOverwriter/ZEKMaterialSection.h"
-#include "ZEKOverwriter/ZEKMeshSection.h"
-#include "ZEKOverwriter/ZEKNodeSection.h"
-#include "ZEKOverwriter/ZEKReflectionProbeSection.h"
-#include "ZEKOverwriter/ZEKTextureSection.h"
-#include "ZEKOverwriter/ZEKVersion.h"
+#include "ZEKFormat/ZEKBoneTable.h"
+#include "ZEKFormat/ZEKLightmapSection.h"
+#include "ZEKFormat/ZEKMaterialSection.h"
+#include "ZEKFormat/ZEKMeshSection.h"
+#include "ZEKFormat/ZEKNodeSection.h"
+#include "ZEKFormat/ZEKReflectionProbeSection.h"
+#include "ZEKFormat/ZEKTextureSection.h"
+#include "ZEKFormat/ZEKVersion.h"
 
 /// A model file as a whole. What each function is given is a `CZEKWalk`.
 namespace zek

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ZEKOverwriter/ZEKFlags.h"
-#include "ZEKOverwriter/ZEKRecords.h"
-#include "ZEKOverwriter/ZEKVersion.h"
+#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKFormat/ZEKRecords.h"
+#include "ZEKFormat/ZEKVersion.h"
 
 /// The lightmaps of a model file. What each function is given is a `CZEKWalk`.
 namespace zek

@@ -26,7 +26,8 @@ public:
     const unsigned char* GetNext() const { return m_pNext; }
 
     /// All bytes are there.
-    static constexpr bool Fetch(int) { return true; }
+    static constexpr bool Fetch(std::int64_t) { return true; }
+    static constexpr bool IsUnreadable() { return false; }
 
     /// Steps over bytes that are there, and returns their address.
     const unsigned char* Take(std::int64_t size)
