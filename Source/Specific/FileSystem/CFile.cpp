@@ -53,34 +53,28 @@ CFile::~CFile()
 bool CFile::Open(const std::string& name)
 {
     std::int64_t fileSize;
-    return OpenStream(name) && MeasureSize(fileSize);
+    return OpenAndMeasure(name, EBuffering::On, fileSize);
 }
 
-bool CFile::OpenStream(const std::string& name)
+bool CFile::OpenAndMeasure(const std::string& name, EBuffering buffering, std::int64_t& fileSize)
 {
     Close();
     std::string slashedName = name;
     std::replace(slashedName.begin(), slashedName.end(), '\\', '/');
     m_pFile = std::fopen(slashedName.c_str(), "rb");
-    return m_pFile != nullptr;
-}
+    if (m_pFile == nullptr)
+        return false;
+    if (buffering == EBuffering::Off)
+        StopBuffering();
 
-bool CFile::MeasureSize(std::int64_t& fileSize)
-{
     if (fseeko(m_pFile, 0, SEEK_END) != 0)
         return false;
     fileSize = ftello(m_pFile);
-    if (fseeko(m_pFile, 0, SEEK_SET) != 0)
+    if (fileSize < 0 || fseeko(m_pFile, 0, SEEK_SET) != 0)
         return false;
-
     m_Pos = 0;
     m_Size = static_cast<unsigned int>(fileSize);
     return true;
-}
-
-bool CFile::IsAtEnd()
-{
-    return std::fgetc(m_pFile) == EOF && std::ferror(m_pFile) == 0;
 }
 
 void CFile::StopBuffering()
@@ -203,13 +197,8 @@ bool CFile::ReadString(std::string& out)
 bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name)
 {
     CFile file;
-    if (!file.OpenStream(name))
-        return false;
-    file.StopBuffering();
     std::int64_t fileSize;
-    if (!file.MeasureSize(fileSize) || fileSize < 0 || fileSize > LargestSize)
-        return false;
-    if (fileSize == 0 && !file.IsAtEnd())
+    if (!file.OpenAndMeasure(name, EBuffering::Off, fileSize) || fileSize > LargestSize)
         return false;
     ResizeImage(image, file.GetSize());
     if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))

@@ -78,9 +78,10 @@ public:
     /// set.
     bool ReadString(std::string& out);
 
-    /// Fills image with all bytes of a file that `Open` finds. Fails when the file cannot be
-    /// opened or its size does not fit 32 bits, with image unchanged, and when it cannot be read
-    /// or closed, with image at the file's size. A zero byte ends the name.
+    /// Fills image with all bytes of a file that `Open` finds. A zero byte ends the name. What a
+    /// failure leaves in image:
+    /// - what was there, when the file cannot be opened or its size does not fit 32 bits;
+    /// - the file's size of bytes, of any value, when the file cannot be read or closed.
     static bool ReadImage(std::vector<unsigned char>& image, const std::string& name);
 
     /// Writes image to a file that `Create` makes. On failure the file may be left truncated or
@@ -104,15 +105,14 @@ public:
     static std::string GetAppUserFolderPath();
 
 private:
-    /// Opens the file; position and size are not known yet.
-    bool OpenStream(const std::string& name);
+    enum class EBuffering
+    {
+        On,
+        Off
+    };
 
-    /// Finds out the size, all 64 bits of it, and goes to the start.
-    bool MeasureSize(std::int64_t& fileSize);
-
-    /// Tells whether nothing can be read because nothing is left. What some systems call an empty
-    /// file is a folder or a device, and answers otherwise. Steps over what it finds.
-    bool IsAtEnd();
+    /// Opens a file for reading, as `Open` says, and finds out its size, all 64 bits of it.
+    bool OpenAndMeasure(const std::string& name, EBuffering buffering, std::int64_t& fileSize);
 
     /// Has a file that is moved whole go straight between disk and image, in one system call where
     /// a buffer would take several.

@@ -269,6 +269,17 @@ TEST(CFile, OpenWhoseSeekBackToTheStartFailsLeavesTheStreamOpen)
     EXPECT_TRUE(file.Read(nullptr, 0));
 }
 
+TEST(CFile, OpenOfAFileWhoseSizeCannotBeFoundOutFailsAndLeavesTheStreamOpen)
+{
+    const CTemporaryWorkingFolder folder;
+    folder.Write("ten", "0123456789");
+    CFile file;
+    const CStreamFault fault("ftello", 1);
+    EXPECT_FALSE(file.Open("ten"));
+    EXPECT_EQ(0u, file.GetSize());
+    EXPECT_TRUE(file.Read(nullptr, 0));
+}
+
 TEST(CFile, SizeOfAFileOver32BitsIsCut)
 {
     const CTemporaryWorkingFolder folder;
@@ -1044,9 +1055,14 @@ TEST(CFile, ReadImageRefusesAFolder)
     ExpectReadImageRefuses("/");
 }
 
-TEST(CFile, ReadImageRefusesAFolderThatGivesItsSizeAsZero)
+TEST(CFile, ReadImageOfAnythingOfSizeZeroGivesAnEmptyVector)
 {
-    ExpectReadImageRefuses("/proc");
+    for (const char* name : {"/proc", "/dev/zero"})
+    {
+        Bytes image{1, 2, 3};
+        EXPECT_TRUE(CFile::ReadImage(image, name)) << name;
+        EXPECT_TRUE(image.empty()) << name;
+    }
 }
 
 TEST(CFile, ReadImageRefusesAStreamWithoutPositions)
