@@ -81,7 +81,8 @@ bool CFileImageAnalyser::GetString(std::string& out, int length)
 bool CFileImageAnalyser::GetZeroTerminatedString(std::string& out)
 {
     const unsigned char* begin = m_pRead;
-    m_pRead = std::find(begin, m_pEnd, 0);
+    // A position past the end stays there.
+    m_pRead = std::find(begin, std::max(begin, m_pEnd), 0);
     if (IsEnd())
         return false;
     out.assign(begin, m_pRead);

@@ -17,7 +17,8 @@ namespace fileimage
 /// - unchecked (`GetIntNoCheck`): for a run of fields whose bytes one `IsCanRead` has found to be
 ///   there. Reading past the end with these is undefined.
 ///
-/// No failure is remembered: every call stands alone.
+/// No failure is remembered: every call stands alone. From a position past the end, whatever fails
+/// leaves it there.
 ///
 ///     if (!reader.IsCanRead(8))
 ///         return false;

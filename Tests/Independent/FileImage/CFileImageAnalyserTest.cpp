@@ -622,6 +622,22 @@ TEST(CFileImageAnalyser, GetZeroTerminatedStringDoesNotSeeAZeroByteBehindTheRang
     EXPECT_EQ(2, reader.GetPos());
 }
 
+TEST(CFileImageAnalyser, TextReadFromPastTheEndFailsAndMovesNothing)
+{
+    using ReadText = bool (CFileImageAnalyser::*)(std::string&);
+    for (const ReadText read :
+         {&CFileImageAnalyser::GetZeroTerminatedString, &CFileImageAnalyser::GetStringAligned4,
+          &CFileImageAnalyser::GetTextLine})
+    {
+        const Bytes bytes{'a', 'b', 0x00, 'c', '\n'};
+        CFileImageAnalyser reader(bytes.data() + 2, bytes.data() + 1);
+        std::string text = "before";
+        EXPECT_FALSE((reader.*read)(text));
+        EXPECT_EQ("before", text);
+        EXPECT_EQ(0, reader.GetPos());
+    }
+}
+
 TEST(CFileImageAnalyser, AlignedStringTakesAMultipleOfFourBytes)
 {
     const std::vector<std::int64_t> sizeByLength{4, 4, 4, 4, 8, 8, 8, 8, 12};
