@@ -1,11 +1,12 @@
 #pragma once
 
-/// Handle of a platform window. This platform has none.
-using HWND = void*;
-
 /// The channel for messages to the person at the program.
 namespace debug
 {
+
+/// Handle of a platform window. This platform has none; it takes what one that has windows calls
+/// HWND outside of all namespaces, as long as that is a pointer.
+using HWND = void*;
 
 /// The window that messages belong to; null at program start. Nothing in this system reads it.
 extern HWND g_WindowHandle;

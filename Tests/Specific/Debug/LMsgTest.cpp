@@ -6,10 +6,14 @@
 #include <string>
 #include <type_traits>
 
+// As <windows.h> declares it.
+struct HWND__;
+using HWND = HWND__*;
+
 static_assert(std::is_same_v<decltype(&debug::Error), bool (*)(const char*, ...)>);
 static_assert(std::is_same_v<decltype(&debug::Output), void (*)(const char*, ...)>);
-static_assert(std::is_same_v<decltype(&debug::SetHWND), void (*)(HWND)>);
-static_assert(std::is_same_v<decltype(debug::g_WindowHandle), HWND>);
+static_assert(std::is_same_v<decltype(&debug::SetHWND), void (*)(debug::HWND)>);
+static_assert(std::is_same_v<decltype(debug::g_WindowHandle), debug::HWND>);
 
 namespace
 {
@@ -18,7 +22,7 @@ namespace
 constexpr std::size_t LongestText = 16383;
 
 /// Before main, and so before any test.
-const HWND WindowHandleAtStart = debug::g_WindowHandle;
+const debug::HWND WindowHandleAtStart = debug::g_WindowHandle;
 
 template <typename... Arguments>
 std::string Output(const char* format, Arguments... arguments)
@@ -147,6 +151,14 @@ TEST(Output, KeepsItsPlaceAmongWhatPrintfPrints)
 TEST(WindowHandle, IsNullAtStart)
 {
     EXPECT_EQ(nullptr, WindowHandleAtStart);
+}
+
+TEST(WindowHandle, IsTakenFromAPlatformThatHasATypeOfItsOwnForIt)
+{
+    int window = 0;
+    debug::SetHWND(reinterpret_cast<HWND>(&window));
+    EXPECT_EQ(&window, debug::g_WindowHandle);
+    debug::SetHWND(nullptr);
 }
 
 TEST(WindowHandle, IsWhatSetHWNDStored)
