@@ -79,6 +79,20 @@ TEST_F(HardeningTest, NoMemoryOfTheProgramIsBothWritableAndExecutable)
     EXPECT_EQ(Count(headers, " RWE "), 0);
 }
 
+TEST_F(HardeningTest, NoConstantsOfTheProgramAreExecutable)
+{
+    const std::vector<std::string> headers = ReadElf("--program-headers", {ProgramPath});
+    long codeCount = 0;
+    for (const std::string& line : headers)
+    {
+        if (line.find(" .text ") == std::string::npos)
+            continue;
+        ++codeCount;
+        EXPECT_EQ(line.find(" .rodata "), std::string::npos) << line;
+    }
+    EXPECT_EQ(codeCount, 1);
+}
+
 // In the program itself these names would prove nothing: a static C library brings them along.
 TEST_F(HardeningTest, TheProgramsOwnCodeHasStackProtectorAndFortifiedCalls)
 {
