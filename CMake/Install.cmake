@@ -12,12 +12,8 @@ set(PACKAGE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/ZEKTexComp)
 install(TARGETS ZEKTexComp COMPONENT program)
 install(FILES ${PROJECT_SOURCE_DIR}/Documents/ZEKTexComp.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT program)
-foreach(DOCUMENT IN ITEMS README.md CHANGELOG.md LICENSE)
-    if(EXISTS ${PROJECT_SOURCE_DIR}/${DOCUMENT})
-        install(FILES ${PROJECT_SOURCE_DIR}/${DOCUMENT} DESTINATION ${CMAKE_INSTALL_DOCDIR}
-                COMPONENT program)
-    endif()
-endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 
 install(
     TARGETS ${LIBRARIES}
@@ -30,7 +26,8 @@ foreach(HEADER IN LISTS HEADERS)
     install(FILES ${HEADER} DESTINATION ${HEADER_FOLDER}/${FOLDER} COMPONENT dev)
 endforeach()
 
-# For find_package(ZEKTexComp).
+# For find_package(ZEKTexComp), where each library is a component.
+list(TRANSFORM LIBRARIES REPLACE "^zek_" "" OUTPUT_VARIABLE COMPONENTS)
 install(
     EXPORT ZEKTexCompTargets
     NAMESPACE ZEKTexComp::
@@ -59,9 +56,7 @@ foreach(LIBRARY IN LISTS LIBRARIES)
         list(APPEND PKG_CONFIG_OPTIONS ${OPTIONS})
     endif()
     get_target_property(FILE_NAME ${LIBRARY} OUTPUT_NAME)
-    if(FILE_NAME)
-        list(PREPEND PKG_CONFIG_LIBRARIES -l${FILE_NAME})
-    endif()
+    list(PREPEND PKG_CONFIG_LIBRARIES -l${FILE_NAME})
 endforeach()
 list(JOIN PKG_CONFIG_OPTIONS " " PKG_CONFIG_OPTIONS)
 list(JOIN PKG_CONFIG_LIBRARIES " " PKG_CONFIG_LIBRARIES)
