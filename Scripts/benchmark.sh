@@ -18,11 +18,10 @@ if [ "${1-}" = --quick ]; then
     options=(--benchmark_repetitions=1 --benchmark_min_time=0.0001)
 fi
 
-need_packages cmake g++ libbenchmark-dev libeigen3-dev libglm-dev manpages-ja ninja-build skkdic strace
+need_packages "${benchmark_packages[@]}" manpages-ja skkdic strace
 say "Building (in build/benchmark)"
-quietly cmake -S . -B build/benchmark -G Ninja -DZEK_BUILD_TESTS=OFF -DZEK_BUILD_EXAMPLES=OFF \
-    -DZEK_BUILD_BENCHMARKS=ON -DCMAKE_CXX_COMPILER=g++
-quietly cmake --build build/benchmark
+quietly cmake --preset benchmark
+quietly cmake --build --preset benchmark
 tools=$PWD/build/benchmark/Benchmarks
 # Copies, as after an installation: in how large pieces the system keeps a program in memory, and so
 # how fast it starts, depends on how its file was written.

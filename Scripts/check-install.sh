@@ -7,8 +7,7 @@ cd "$(dirname "$0")/.."
 . Scripts/checking.sh
 source=$PWD
 
-need_packages cmake g++ make man-db mandoc ninja-build pkg-config
-
+need_packages "${build_packages[@]}" make man-db mandoc pkg-config
 
 # Runs a program and checks what it prints.
 expect() {
@@ -20,8 +19,8 @@ expect() {
 }
 
 say "Building and installing (from build/install)"
-quietly cmake -S . -B build/install -G Ninja -DZEK_BUILD_TESTS=OFF
-quietly cmake --build build/install
+quietly cmake --preset install
+quietly cmake --build --preset install
 quietly cmake --install build/install --prefix "$scratch/first"
 # Nothing in what is installed may know where that was.
 prefix=$scratch/moved
@@ -34,10 +33,8 @@ libdir=$(dirname "$(find "$prefix" -name pkgconfig)")
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 expect "$version" pkg-config --modversion zektexcomp
-for document in README.md CHANGELOG.md LICENSE; do
-    if [ -e $document ]; then
-        quietly cmp $document "$prefix/share/doc/ZEKTexComp/$document"
-    fi
+for document in README.md CHANGELOG.md; do
+    quietly cmp $document "$prefix/share/doc/ZEKTexComp/$document"
 done
 cp -r Examples "$scratch/examples"
 rm -rf "$scratch"/examples/consumer-*/build
@@ -70,12 +67,27 @@ if cmake -S . -B build-2.0 -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>"$scratch/
 fi
 grep -q "version: $version" "$scratch/output" || fail "version 2.0 was not found for another reason"
 echo "and version 2.0, when asked for, is not found"
+sed -i 's/ZEKTexComp 2.0/ZEKTexComp 1.0/; s/COMPONENTS FileSystem/& Orchestra/' CMakeLists.txt
+if cmake -S . -B build-component -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>"$scratch/output"; then
+    fail "a component that there is not was found"
+fi
+grep -q "no component Orchestra" "$scratch/output" || fail "The error does not name the component."
+echo "and a component that there is not, when asked for, is named in the error"
 
 say "A program that builds the libraries by add_subdirectory"
 cd "$scratch/examples/consumer-add-subdirectory"
 quietly cmake -S . -B build -DZEKTEXCOMP_SOURCE="$source"
 quietly cmake --build build --parallel 2
 expect "0.50 0.00 0.87" build/TurnVector 30
+# It may have targets of its own that are named as the libraries are.
+names=$(cd "$source/Source" && dirname */*/CMakeLists.txt */CMakeLists.txt | xargs -n 1 basename | sort)
+sed -i "/^project/r /dev/stdin" CMakeLists.txt <<<"foreach(NAME IN ITEMS ${names//$'\n'/ })
+    add_custom_target(\${NAME})
+endforeach()"
+quietly cmake -S . -B build-names -DZEKTEXCOMP_SOURCE="$source"
+quietly cmake --build build-names --parallel 2
+expect "0.50 0.00 0.87" build-names/TurnVector 30
+echo "also where it has targets named" $names
 
 say "Programs that find the libraries by pkg-config"
 cd "$scratch/examples/consumer-pkg-config"

@@ -9,11 +9,10 @@ cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 . Scripts/checking.sh
 
-need_packages cmake g++ libbenchmark-dev libeigen3-dev libglm-dev ninja-build valgrind
+need_packages "${benchmark_packages[@]}" valgrind
 say "Building (in build/benchmark)"
-quietly cmake -S . -B build/benchmark -G Ninja -DZEK_BUILD_TESTS=OFF -DZEK_BUILD_EXAMPLES=OFF \
-    -DZEK_BUILD_BENCHMARKS=ON -DCMAKE_CXX_COMPILER=g++
-quietly cmake --build build/benchmark --target ZEKTexComp WriteModel
+quietly cmake --preset benchmark
+quietly cmake --build --preset benchmark --target ZEKTexComp WriteModel
 
 # Prints a row: what is done, and its instructions against those when the limit was set. Counts the
 # rows above the limit in failed.

@@ -7,12 +7,11 @@ cd "$(dirname "$0")/.."
 . Scripts/checking.sh
 source=$PWD
 
-need_packages binutils cmake fakeroot g++ make ninja-build pkg-config
-
+need_packages "${build_packages[@]}" binutils fakeroot make pkg-config
 
 # Builds a source tree in a folder and packs it into the folder's packages.
 pack() {
-    quietly cmake -S "$1" -B "$2" -G Ninja -DZEK_BUILD_TESTS=OFF
+    quietly cmake -S "$1" -B "$2" --preset install
     quietly cmake --build "$2"
     (cd "$2" && quietly cpack -B packages)
     rm -r "$2/packages/_CPack_Packages"

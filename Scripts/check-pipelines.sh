@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . Scripts/checking.sh
 pipeline=$PWD/Examples/pipeline
 
-need_packages cmake g++ make ninja-build libgtest-dev parallel python3
+need_packages "${test_packages[@]}" make parallel
 
 say "Building (in build/test)"
 quietly cmake --preset test

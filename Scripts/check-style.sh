@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 
-need_packages clang-format clang-tidy clang cmake g++ ninja-build
+need_packages "${build_packages[@]}" clang-format clang-tidy clang
 
 say "Layout of the sources"
 git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format --dry-run -Werror \
@@ -17,8 +17,7 @@ say "Includes"
 python3 Scripts/check-includes.py
 
 say "clang-tidy (the whole of Source and Examples)"
-cmake -S . -B build/tidy -G Ninja -DZEK_BUILD_TESTS=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON \
-    -DCMAKE_CXX_COMPILER=clang++ >/dev/null
+cmake --preset tidy >/dev/null
 git ls-files 'Source/*.cpp' 'Examples/*.cpp' | grep -v 'Tables.cpp$' | grep -v '^Examples/consumer' \
     | xargs -P "$(nproc)" -n 4 clang-tidy -p build/tidy --quiet 2>build/tidy/errors.log \
     || { grep -v 'warnings generated' build/tidy/errors.log >&2; exit 1; }

@@ -12,14 +12,13 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 
-need_packages cmake clang llvm ninja-build libgtest-dev libeigen3-dev locales python3
+need_packages "${test_packages[@]}" clang llvm
 
 folder=$PWD/build/coverage
 
 say "Building (in build/coverage)"
-cmake -S . -B "$folder" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug -DZEK_STATIC=OFF \
-    -DCMAKE_CXX_FLAGS="-fprofile-instr-generate -fcoverage-mapping -O0" >/dev/null
-cmake --build "$folder"
+cmake --preset coverage >/dev/null
+cmake --build --preset coverage
 
 say "Running the tests"
 rm -rf "$folder/profiles"

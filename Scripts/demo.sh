@@ -16,7 +16,7 @@ fi
 need_packages cmake g++ make
 
 say "Building (in build/)"
-cmake -S . -B build -DZEK_BUILD_TESTS=OFF >build-demo.log 2>&1 \
+cmake -S . -B build >build-demo.log 2>&1 \
     && cmake --build build --parallel --target ZEKTexComp WriteSample ShowFlags >>build-demo.log 2>&1 \
     || { cat build-demo.log; echo "The build failed: see above." >&2; exit 1; }
 rm build-demo.log

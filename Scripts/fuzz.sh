@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 
 seconds=${1:-60}
-need_packages cmake clang ninja-build
+need_packages "${build_packages[@]}" clang
 
 say "Building the fuzzers (in build/fuzz)"
 cmake --preset fuzz >/dev/null

@@ -13,6 +13,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
+. Scripts/googletest.sh
 . Scripts/wrap-programs.sh
 
 [ $# -gt 0 ] || set -- s390x aarch64 i686
@@ -44,18 +45,15 @@ test_target() {
     esac
     local folder=$PWD/build/foreign/$target
 
-    need_packages cmake ninja-build qemu-user googletest libeigen3-dev locales python3 skkdic "g++-$triple"
+    need_packages "${test_packages[@]}" googletest qemu-user "g++-$triple"
     [ -d "$folder/libc/usr" ] || fetch_c_library "$architecture" "build/foreign/$target/libc"
 
     say "$target: building GoogleTest and the tests (in build/foreign/$target)"
-    local cross=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_SYSTEM_NAME=Linux
-        -DCMAKE_SYSTEM_PROCESSOR="$target" -DCMAKE_C_COMPILER="$triple-gcc"
+    local cross=(-DCMAKE_SYSTEM_PROCESSOR="$target" -DCMAKE_C_COMPILER="$triple-gcc"
         -DCMAKE_CXX_COMPILER="$triple-g++")
-    cmake -S /usr/src/googletest -B "$folder/googletest" "${cross[@]}" -DBUILD_GMOCK=OFF \
-        -DCMAKE_INSTALL_PREFIX="$folder/prefix" >/dev/null
-    cmake --build "$folder/googletest" --target install >/dev/null
-    # Linked dynamically, so that a launcher can load it.
-    cmake -S . -B "$folder/build" "${cross[@]}" -DZEK_STATIC=OFF -DGTest_DIR="$folder/prefix/lib/cmake/GTest" >/dev/null
+    build_googletest "$folder/googletest" -DCMAKE_SYSTEM_NAME=Linux "${cross[@]}"
+    cmake --preset foreign -B "$folder/build" "${cross[@]}" \
+        -DGTest_DIR="$folder/googletest/prefix/lib/cmake/GTest" >/dev/null
     cmake --build "$folder/build"
     local converters
     converters=$(echo "$folder"/libc/usr/lib/*/gconv)

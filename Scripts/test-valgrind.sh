@@ -8,14 +8,12 @@ cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 . Scripts/wrap-programs.sh
 
-need_packages cmake g++ ninja-build libgtest-dev libeigen3-dev locales python3 valgrind
+need_packages "${test_packages[@]}" valgrind
 
 say_excluded
 say "Building (in build/valgrind)"
-# Linked dynamically, so that valgrind can put its own allocator in the place of the library's.
-cmake -S . -B build/valgrind -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_CXX_FLAGS_RELEASE="-O1 -g" -DZEK_STATIC=OFF >/dev/null
-cmake --build build/valgrind
+cmake --preset valgrind >/dev/null
+cmake --build --preset valgrind
 # The tests' own operator new stays theirs: it counts, or fails on purpose.
 wrap_programs "$PWD/build/valgrind" \
     "valgrind -q --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,indirect \

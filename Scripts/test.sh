@@ -15,7 +15,7 @@ if [ "${1-}" = --preset ]; then
     shift 2
 fi
 
-need_packages cmake g++ ninja-build libgtest-dev libeigen3-dev binutils locales python3 skkdic strace
+need_packages "${test_packages[@]}"
 case $preset in
 *clang*) need_packages clang ;;
 esac
