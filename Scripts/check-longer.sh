@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Everything that takes too long to hold before each change is taken: before a release, or for a
+# change that it concerns. Each check installs what it needs.
+#
+#     Scripts/check-longer.sh
+set -uo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/check-list.sh
+
+# The whole build and all tests, twice.
+check "compilers" Scripts/test-compilers.sh
+# The whole build, and all tests many times slower.
+check "memcheck" Scripts/test-valgrind.sh
+# Three cross compilers with their libraries, the whole build three times, all tests under emulation.
+check "foreign processors" Scripts/test-foreign.sh
+# Ten minutes for each of five fuzzers.
+check "fuzzers" Scripts/fuzz.sh 600
+# 1.5 GB of models, and a machine that does nothing else meanwhile.
+check "benchmarks" Scripts/benchmark.sh
+summarise
