@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "Tool.h"

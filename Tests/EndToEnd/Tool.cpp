@@ -1,9 +1,9 @@
 #include "Tool.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 namespace files = std::filesystem;
 

@@ -1,9 +1,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -3,7 +3,6 @@
 #include <set>
 
 #include <gtest/gtest.h>
-
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -1,10 +1,9 @@
 #include "Reliability/RunMain.h"
 
-#include <gtest/gtest.h>
-
 #include <new>
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "Support/CStreamFault.h"

@@ -1,10 +1,9 @@
-#include "ZEKOverwriter/CZEKOverwriter.h"
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
-
 #include "Walk.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 using namespace testsupport;
 using zek::CZEKOverwriter;

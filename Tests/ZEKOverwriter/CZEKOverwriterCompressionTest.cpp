@@ -1,12 +1,11 @@
-#include "ZEKOverwriter/CZEKOverwriter.h"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <type_traits>
 
+#include <gtest/gtest.h>
+
 #include "Support/CTemporaryFolder.h"
 #include "Walk.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 using namespace testsupport;
 using zek::CZEKOverwriter;

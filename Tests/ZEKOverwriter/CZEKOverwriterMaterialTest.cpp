@@ -1,13 +1,12 @@
-#include "ZEKOverwriter/CZEKOverwriter.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <type_traits>
 
+#include <gtest/gtest.h>
+
 #include "Independent/FileImage/CFileImageMaker.h"
 #include "Walk.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 using namespace testsupport;
 using zek::CZEKOverwriter;

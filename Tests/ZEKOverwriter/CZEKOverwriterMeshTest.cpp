@@ -1,8 +1,7 @@
-#include "ZEKOverwriter/CZEKOverwriter.h"
-
 #include <gtest/gtest.h>
 
 #include "Walk.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 using namespace testsupport;
 using zek::CZEKOverwriter;

@@ -1,10 +1,9 @@
-#include "ZEKOverwriter/CZEKOverwriter.h"
+#include <limits>
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "Walk.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 using namespace testsupport;
 using zek::CZEKOverwriter;

@@ -1,8 +1,8 @@
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Support/CTemporaryFolder.h"
 #include "Walk.h"

@@ -1,8 +1,8 @@
 // A count that the file cannot hold costs neither time nor memory in proportion to it.
 
-#include <gtest/gtest.h>
-
 #include <ctime>
+
+#include <gtest/gtest.h>
 
 #include "Support/Heap.h"
 #include "Walk.h"

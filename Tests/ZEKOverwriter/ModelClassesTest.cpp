@@ -1,8 +1,8 @@
 // The classes that hold what a model file holds: each keeps what its constructor is given.
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "ZEKOverwriter/CZEKBoneWeight.h"
 #include "ZEKOverwriter/CZEKCollider.h"

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "ZEKFormat/EZEKBlendMode.h"
 #include "ZEKFormat/EZEKColliderShape.h"

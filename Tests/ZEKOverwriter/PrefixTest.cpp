@@ -1,9 +1,9 @@
 // What is cut short is refused: every prefix of a file, of a section and of a single record, each
 // in a heap block of exactly its size.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+
+#include <gtest/gtest.h>
 
 #include "Walk.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"

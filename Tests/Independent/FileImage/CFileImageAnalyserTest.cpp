@@ -1,7 +1,5 @@
 #include "Independent/FileImage/CFileImageAnalyser.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -10,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using fileimage::CFileImageAnalyser;
 

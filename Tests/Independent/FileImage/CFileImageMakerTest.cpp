@@ -1,7 +1,5 @@
 #include "Independent/FileImage/CFileImageMaker.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -10,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "Independent/FileImage/CFileImageAnalyser.h"
 

@@ -1,10 +1,10 @@
 #include "Independent/FileImage/FileImage.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <limits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace fileimage;
 

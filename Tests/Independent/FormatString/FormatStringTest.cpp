@@ -1,9 +1,9 @@
 #include "Independent/FormatString/FormatString.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "CountingText.h"
 

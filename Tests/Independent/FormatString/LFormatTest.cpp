@@ -1,8 +1,8 @@
 #include "Independent/FormatString/LFormat.h"
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "CountingText.h"
 

@@ -1,9 +1,9 @@
-#include "Independent/FormatString/FormatString.h"
+#include <random>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
-#include <random>
-#include <type_traits>
+#include "Independent/FormatString/FormatString.h"
 
 using formatstring::Replace;
 using namespace std::string_literals;

@@ -1,10 +1,10 @@
 #include "Specific/Debug/LMsg.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <string>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 // As <windows.h> declares it.
 struct HWND__;

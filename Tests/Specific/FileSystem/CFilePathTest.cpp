@@ -1,10 +1,10 @@
 #include "Specific/FileSystem/CFilePath.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <string>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 using filesystem::CFilePath;
 

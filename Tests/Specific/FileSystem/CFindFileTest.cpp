@@ -1,7 +1,5 @@
 #include "Specific/FileSystem/CFindFile.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +7,7 @@
 #include <type_traits>
 #include <vector>
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>

@@ -1,9 +1,9 @@
 #include "Specific/FileSystem/FileSystem.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "CTemporaryWorkingFolder.h"
 

@@ -1,12 +1,12 @@
 // The operations on folders that are built on the platform's primitives, here with primitives that
 // work on folders and files in memory.
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "Specific/FileSystem/CFindFile.h"
 #include "Specific/FileSystem/FileSystem.h"

@@ -1,9 +1,9 @@
 #include "Specific/FileSystem/LFileName.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace std::string_literals;
 
