@@ -6,15 +6,20 @@
 // A row an item; texture 007 is the eighth of the texture list.
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "Independent/FileImage/CFileImageAnalyser.h"
 #include "Specific/FileSystem/CFile.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
+#include "ZEKOverwriter/ZEKVersion.h"
 
 namespace
 {
+
+constexpr std::size_t ShortestHeaderSize = 8; // the magic and the version
 
 /// A model's file image and the places of its flags, which are addresses in that image.
 struct SFlaggedModel
@@ -23,15 +28,27 @@ struct SFlaggedModel
     zek::CZEKOverwriter sections;
 };
 
-bool Read(SFlaggedModel& model, const char* path)
+/// Reads a model and finds its flags. Returns what is wrong with it, or null.
+const char* Read(SFlaggedModel& model, const char* path)
 {
     if (!filesystem::CFile::ReadImage(model.image, path))
-        return false;
+    {
+        std::error_code ignored;
+        if (std::filesystem::is_directory(path, ignored))
+            return "is a folder";
+        return std::filesystem::exists(path, ignored) ? "cannot be read" : "cannot be found";
+    }
+
     const unsigned char* begin = model.image.data();
     fileimage::CFileImageAnalyser reader(begin, begin + model.image.size());
-    int version;
-    return model.sections.AnalyseHeader(reader, version) &&
-           model.sections.AnalyseSections(reader, version);
+    int version = 0;
+    if (model.sections.AnalyseHeader(reader, version) &&
+        model.sections.AnalyseSections(reader, version))
+        return nullptr;
+    if (model.image.size() < ShortestHeaderSize)
+        return "is too short for a model";
+    return version < zek::version::Oldest ? "is not a ZEK model of version 7 or later"
+                                          : "is damaged or cut short";
 }
 
 bool IsSameItems(const zek::CZEKOverwriter& before, const zek::CZEKOverwriter& after)
@@ -79,10 +96,10 @@ int main(int argc, char* argv[])
     std::vector<SFlaggedModel> models(static_cast<std::size_t>(argc - 1));
     for (std::size_t i = 0; i < models.size(); ++i)
     {
-        if (!Read(models[i], argv[i + 1]))
+        const char* fault = Read(models[i], argv[i + 1]);
+        if (fault != nullptr)
         {
-            std::fprintf(
-                stderr, "ShowFlags: %s is not a ZEK model of version 7 or later\n", argv[i + 1]);
+            std::fprintf(stderr, "ShowFlags: %s %s\n", argv[i + 1], fault);
             return 1;
         }
     }

@@ -4,14 +4,27 @@
 #     Scripts/demo.sh          on a sample model, written for the purpose
 #     Scripts/demo.sh MODEL    on a model of yours, which is rewritten in place
 set -euo pipefail
-start=$PWD
-cd "$(dirname "$0")/.."
-. Scripts/packages.sh
+
+# Says why there is nothing to show and ends the script.
+refuse() {
+    echo "$*" >&2
+    exit 1
+}
 
 if [ $# -gt 1 ]; then
     echo "usage: Scripts/demo.sh [MODEL]" >&2
     exit 2
 fi
+if [ $# -eq 1 ]; then
+    [ ! -d "$1" ] || refuse "$1 is a folder: name a ZEK model."
+    [ -f "$1" ] || refuse "There is no regular file $1: name a ZEK model."
+    [ -r "$1" ] || refuse "$1 cannot be read."
+    folder=$(cd -- "$(dirname -- "$1")" && pwd)
+    name=$(basename -- "$1")
+fi
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+programs=$PWD/build
 
 need_packages cmake g++ make
 
@@ -23,26 +36,33 @@ rm build-demo.log
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-if [ $# -eq 1 ]; then
-    model=$(cd "$start" && realpath -- "$1")
-    [ -f "$model" ] || { echo "There is no file $1: name a ZEK model." >&2; exit 1; }
-else
-    build/Examples/WriteSample "$scratch/sample"
-    model=$scratch/sample/model.zek
+if [ $# -eq 0 ]; then
+    "$programs/Examples/WriteSample" "$scratch/sample"
+    folder=$scratch/sample
+    name=model.zek
     say "The sample folder"
-    (cd "$scratch/sample" && find . -type f | sed 's,^\./,    ,' | sort)
+    (cd "$folder" && find . -type f | sed 's,^\./,    ,' | sort)
 fi
-cp -- "$model" "$scratch/before"
+# In the model's own folder, so that no name on the way there is misread as Shift_JIS.
+cd -- "$folder"
+cp -- "$name" "$scratch/before"
 
-say "What ZEKTexComp prints for $(basename -- "$model")"
+say "What ZEKTexComp prints for $name"
 status=0
-build/ZEKTexComp "$model" | sed 's/^/    /' || status=$?
+"$programs/ZEKTexComp" "$name" >"$scratch/output" || status=$?
+sed 's/^/    /' "$scratch/output"
 echo "    exit status $status"
 
 if [ "$status" -eq 0 ]; then
     say "Its flags, before -> after"
-    build/Examples/ShowFlags "$scratch/before" "$model" | sed 's/^/    /'
+    "$programs/Examples/ShowFlags" "$scratch/before" "$name" | sed 's/^/    /'
+elif ! grep -q '^Exist' "$scratch/output"; then
+    say "The file is as it was, since ZEKTexComp does not take it"
+    "$programs/Examples/ShowFlags" "$name" || true
+elif cmp -s -- "$name" "$scratch/before"; then
+    say "The file is as it was: it could not be written"
 else
-    say "The file is as it was: ZEKTexComp takes ZEK models of version 7 or later"
+    trap - EXIT
+    say "The file is cut short: it could not be written whole. $scratch/before is as it was"
 fi
 exit "$status"
