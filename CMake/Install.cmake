@@ -1,5 +1,5 @@
-# What `cmake --install` puts where. Component "program" is the program with its manual page,
-# component "dev" is what a program needs that is built on the libraries.
+# What `cmake --install` puts where. Component "program" is the program with its manual page and
+# documents, component "dev" is what a program needs that is built on the libraries.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -12,8 +12,23 @@ set(PACKAGE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/ZEKTexComp)
 install(TARGETS ZEKTexComp COMPONENT program)
 install(FILES ${PROJECT_SOURCE_DIR}/Documents/ZEKTexComp.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT program)
+
+# The documents, laid out as in the source tree, so that the links between them hold.
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+              ${PROJECT_SOURCE_DIR}/SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/Documents DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        COMPONENT program FILES_MATCHING PATTERN "*.md")
+foreach(EXAMPLE IN ITEMS consumer-add-subdirectory consumer-find-package consumer-pkg-config pipeline)
+    install(
+        DIRECTORY ${PROJECT_SOURCE_DIR}/Examples/${EXAMPLE}
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/Examples
+        COMPONENT program
+        PATTERN build EXCLUDE
+        PATTERN ModelFolder EXCLUDE
+        PATTERN "*.sh" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                   WORLD_READ WORLD_EXECUTE)
+endforeach()
 
 install(
     TARGETS ${LIBRARIES}

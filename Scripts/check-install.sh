@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs into a scratch folder and uses from there what was installed: the program, its manual
-# page, and the libraries in each of the ways that Examples/consumer-* show.
+# page, the links of the documents, and the libraries in each of the ways that Examples/consumer-*
+# show.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
@@ -33,11 +34,21 @@ libdir=$(dirname "$(find "$prefix" -name pkgconfig)")
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 expect "$version" pkg-config --modversion zektexcomp
-for document in README.md CHANGELOG.md; do
-    quietly cmp $document "$prefix/share/doc/ZEKTexComp/$document"
+for document in README.md CHANGELOG.md SECURITY.md Documents/*.md; do
+    quietly cmp "$document" "$prefix/share/doc/ZEKTexComp/$document"
 done
 cp -r Examples "$scratch/examples"
 rm -rf "$scratch"/examples/consumer-*/build
+
+say "The links of the documents, here and as installed"
+mapfile -t documents < <(git ls-files '*.md' && find "$prefix/share/doc" -name '*.md')
+for document in "${documents[@]}"; do
+    { grep -oP '\]\(\K[^):#]+(?=[)#])' "$document" || true; } | while read -r link; do
+        [ -e "$(dirname "$document")/$link" ] || echo "$document: $link"
+    done
+done >"$scratch/dead-links"
+[ ! -s "$scratch/dead-links" ] || fail "These lead nowhere:" "$(cat "$scratch/dead-links")"
+echo "all lead to a file, in ${#documents[@]} documents"
 
 say "The program"
 build/install/Examples/WriteSample "$scratch/sample"
