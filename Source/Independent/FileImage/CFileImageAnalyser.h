@@ -37,11 +37,11 @@ public:
 
     virtual ~CFileImageAnalyser() = default;
 
-    /// True when no byte is left.
+    /// Tells whether no byte is left.
     bool IsEnd() const { return m_pRead >= m_pEnd; }
 
-    /// True when size more bytes are left. 0 is readable at the very end, too, and a negative size
-    /// always is.
+    /// Tells whether size more bytes are left. 0 is readable at the very end, too, and a negative
+    /// size always is.
     bool IsCanRead(int size) const { return size <= GetCanReadSize(); }
 
     /// Returns the address of the next unread byte, or null at the end.
@@ -54,7 +54,7 @@ public:
     std::int64_t GetPos() const { return m_pRead - m_pBegin; }
 
     /// Steps over size bytes, or stays and returns false when they are not there. A negative size
-    /// steps back, and keeping behind the start of the range is then the caller's responsibility.
+    /// steps back, and staying within the range is then the caller's responsibility.
     bool Skip(int size)
     {
         if (!IsCanRead(size))
@@ -134,7 +134,7 @@ public:
     float GetFloatNoCheck() { return ReadFloat(Advance(4)); }
 
 private:
-    /// Moves behind the next size bytes and returns where they start.
+    /// Moves past the next size bytes and returns where they start.
     const unsigned char* Advance(int size)
     {
         const unsigned char* start = m_pRead;

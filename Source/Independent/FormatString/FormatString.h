@@ -21,7 +21,7 @@ constexpr unsigned long FormatBufferSize = 16384;
 /// argument selects the overload below: pass it as `const char*`.
 std::string Format(const char* format, ...);
 
-/// The same for arguments that are already collected. As with vprintf, args cannot be used again.
+/// Formats arguments that are already collected. As with vprintf, args cannot be used again.
 ///
 /// Where va_list is an array type (64-bit x86), a function's own va_list parameter has become a
 /// pointer and does not bind to this reference: make a copy with va_copy and pass the copy.
@@ -44,17 +44,17 @@ int PrintString(char* dest, unsigned int size, const char* format, const char* t
 /// Copies src with its terminator to dest and returns dest; size is not enforced.
 char* CopyString(char* dest, unsigned int size, const char* src);
 
-/// Reads a decimal int from the start of text, behind white space; what follows the number is
+/// Reads a decimal int from the start of text, after white space; what follows the number is
 /// ignored. Returns false and leaves value unchanged where there is none.
 bool ScanInt(const std::string& text, int& value);
 
-/// As `ScanInt`, for an unsigned decimal int.
+/// Reads an unsigned decimal int as `ScanInt` does.
 bool ScanUnsignedInt(const std::string& text, unsigned int& value);
 
-/// As `ScanInt`, for a hexadecimal int with or without a leading 0x.
+/// Reads a hexadecimal int, with or without a leading 0x, as `ScanInt` does.
 bool ScanHexInt(const std::string& text, int& value);
 
-/// As `ScanInt`, for a float.
+/// Reads a float as `ScanInt` does.
 bool ScanFloat(const std::string& text, float& value);
 
 /// Returns the decimal text of an int.
@@ -69,8 +69,8 @@ std::string ToString(const std::string& text);
 /// Returns text with each occurrence of from replaced by to, found from left to right.
 ///
 /// text is Shift_JIS: both bytes of a two-byte character are stepped over together, so that no
-/// match starts inside one; a lead byte that ends text is copied with a zero byte behind it. The
-/// scan ends at the last position where from still fits, and what stands behind that is not copied:
+/// match starts inside one; a lead byte that ends text is copied with a zero byte after it. The
+/// scan ends at the last position where from still fits, and what stands after that is not copied:
 /// unless a match covers them, the last length(from) - 1 bytes of text are missing from the result,
 /// and a text shorter than from gives an empty one. An empty from, which must not be passed, gives
 /// text back unchanged.

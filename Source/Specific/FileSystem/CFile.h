@@ -37,8 +37,8 @@ public:
     /// size is 4294967295 from then on, meaning no limit.
     bool Create(const std::string& name);
 
-    /// Closes the file; true when that worked or nothing was open. The stream is gone either way.
-    /// Position and size keep their values.
+    /// Closes the file. Returns true when that worked or nothing was open. The stream is gone
+    /// either way. Position and size keep their values.
     bool Close();
 
     /// Reads size bytes to dest. Fails without moving when they go past the size of the file; a
@@ -49,7 +49,7 @@ public:
     /// Writes size bytes. On failure the position stays, though some bytes may be written.
     bool Write(const void* src, int size);
 
-    /// Moves to a position below the size; the position just behind the last byte of a file that
+    /// Moves to a position below the size; the position just after the last byte of a file that
     /// is open for reading is refused.
     bool SetPos(unsigned int pos);
 
@@ -72,16 +72,16 @@ public:
     /// Writes one byte.
     bool WriteByte(unsigned char value);
 
-    /// Reads a text up to a zero byte and stops behind that; at the end of the file the rest of
+    /// Reads a text up to a zero byte and stops after that; at the end of the file the rest of
     /// the file is the text. Returns false with an empty out at the end of the file, on a read
     /// error, and when the zero byte is the last byte of the file, since that position cannot be
     /// set.
     bool ReadString(std::string& out);
 
-    /// Fills image with all bytes of a file that `Open` finds. A zero byte ends the name. What a
-    /// failure leaves in image:
-    /// - what was there, when the file cannot be opened or its size does not fit 32 bits;
-    /// - the file's size of bytes, of any value, when the file cannot be read or closed.
+    /// Fills image with all bytes of a file that `Open` finds. A zero byte ends the name. Fails
+    /// - with image unchanged when the file cannot be opened or its size does not fit 32 bits;
+    /// - with image at the file's size, its bytes unspecified, when the file cannot be read;
+    /// - with image filled when the file cannot be closed.
     static bool ReadImage(std::vector<unsigned char>& image, const std::string& name);
 
     /// Writes image to a file that `Create` makes. On failure the file may be left truncated or

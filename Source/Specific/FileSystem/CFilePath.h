@@ -42,7 +42,7 @@ public:
     /// Appends a separator, as by `AddSeparator`, and the name.
     void AddFolderName(const std::string& name);
 
-    /// The same as `AddFolderName`.
+    /// Does the same as `AddFolderName`.
     void AddFileName(const std::string& name);
 
     /// Returns the path. The reference lives as long as the object.
@@ -57,7 +57,7 @@ public:
     /// Returns the path before the last separator; empty when there is none.
     std::string GetParentPath() const;
 
-    /// Returns what stands behind the last separator; the whole path when there is none.
+    /// Returns what stands after the last separator; the whole path when there is none.
     std::string GetChildFileName() const;
 
 private:

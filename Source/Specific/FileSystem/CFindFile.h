@@ -17,17 +17,17 @@ public:
     CFindFile() = default;
     virtual ~CFindFile();
 
-    /// True when an input file stream opens on the path. The path is passed to it as it is: no
-    /// prefix is translated and no separator converted.
+    /// Tells whether the path can be opened for reading, as an input file stream would. The path
+    /// is taken as it is: no prefix is translated and no separator converted.
     static bool IsExistFile(const std::string& path);
 
-    /// True when the path is a folder. Always false on this platform.
+    /// Tells whether the path is a folder. Always false on this platform.
     static bool IsExistDir(const std::string& path);
 
-    /// True when the path is hidden. Always false on this platform.
+    /// Tells whether the path is hidden. Always false on this platform.
     static bool IsHidden(const std::string& path);
 
-    /// True when the path belongs to the operating system. Always false on this platform.
+    /// Tells whether the path belongs to the operating system. Always false on this platform.
     static bool IsSystem(const std::string& path);
 
     /// Starts a listing of the entries that match a pattern such as "folder\*" and gives the name
@@ -46,7 +46,8 @@ public:
     /// all, names is neither changed nor sorted.
     static void GetFileList(const std::string& folder, std::vector<std::string>& names);
 
-    /// As `GetFileList`, for the names of the sub-folders, hidden and system ones included.
+    /// Appends and sorts as `GetFileList` does, for the names of the sub-folders, hidden and system
+    /// ones included.
     static void GetFolderList(const std::string& folder, std::vector<std::string>& names);
 
     /// Appends the paths, starting with folder, of the files in a folder and in all folders below

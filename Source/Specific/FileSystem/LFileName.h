@@ -10,7 +10,7 @@
 class LFileName
 {
 public:
-    /// Returns the text behind the last dot in lower case; empty when there is no dot. A dot in a
+    /// Returns the text after the last dot in lower case; empty when there is no dot. A dot in a
     /// folder name counts when the file name has none.
     static std::string GetExtension(const std::string& path);
 
@@ -18,7 +18,7 @@ public:
     /// folder name counts when the file name has none.
     static std::string DeleteExtension(const std::string& path);
 
-    /// Returns the path with what stands behind the last dot replaced by ext, which comes without
+    /// Returns the path with what stands after the last dot replaced by ext, which comes without
     /// a dot; a path without a dot gets one.
     static std::string ChangeExtension(const std::string& path, const std::string& ext);
 
@@ -28,13 +28,13 @@ public:
     /// Returns the path before its last separator; empty when there is none.
     static std::string DeleteExceptFileName(const std::string& path);
 
-    /// Returns what stands behind the last separator; the whole path when there is none.
+    /// Returns what stands after the last separator; the whole path when there is none.
     static std::string DeleteDir(const std::string& path);
 
     /// Returns the path before its first separator; empty when there is none.
     static std::string GetFirstDir(const std::string& path);
 
-    /// Returns what stands behind the first separator; the whole path when there is none.
+    /// Returns what stands after the first separator; the whole path when there is none.
     static std::string DeleteFirstDir(const std::string& path);
 
     /// Returns the path without the separator that ends it; only one is removed.

@@ -7,7 +7,7 @@
 namespace filesystem
 {
 
-/// Returns the index of the character behind the one at index of a Shift_JIS text. Behind a lead
+/// Returns the index of the character after the one at index of a Shift_JIS text. After a lead
 /// byte that ends the text the result is one more than the text's length.
 inline std::string::size_type
 NextCharacterIndex(const std::string& text, std::string::size_type index)
