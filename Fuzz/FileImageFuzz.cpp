@@ -69,7 +69,7 @@ void CheckZeroTerminated(CFileImageAnalyser& reader, const Bytes& range, bool is
         text == (zero == range.end() ? "untouched" : expected), "a text is what precedes its zero");
     Require(
         isRead ? reader.GetPos() == before + paddedSize : reader.IsEnd(),
-        "a text moves behind itself");
+        "a text moves past itself");
 }
 
 void CheckFixedString(CFileImageAnalyser& reader, const Bytes& range, int length)
@@ -110,13 +110,13 @@ void CheckLine(CFileImageAnalyser& reader, const Bytes& range)
     Require(line == (isRead ? expected : "untouched"), "a line is what precedes its line feed");
     Require(
         isRead ? reader.GetPos() == lineFeed - range.begin() + 1 : reader.IsEnd(),
-        "a line moves behind itself");
+        "a line moves past itself");
 }
 
 void CheckSkip(CFileImageAnalyser& reader, int size)
 {
     const std::int64_t before = reader.GetPos();
-    if (before + size < 0) // keeping behind the start is the caller's part
+    if (before + size < 0) // staying in the range is the caller's part
         return;
     const bool isThere = size <= reader.GetCanReadSize();
     Require(reader.IsCanRead(size) == isThere, "a size can be read if it is there");

@@ -42,13 +42,13 @@ bool IsSeparator(const std::string& character)
     return character == "/" || character == "\\";
 }
 
-/// A path before and behind the last character that passes a test.
+/// A path before and after the last character that passes a test.
 struct SParts
 {
     bool isFound = false;
     std::string before;
     std::string character;
-    std::string behind;
+    std::string after;
 };
 
 template <typename Test>
@@ -104,8 +104,8 @@ void CheckFileName(const std::string& path)
         LFileName::DeleteFileName(path) == (file.isFound ? file.before + file.character : ""),
         "DeleteFileName keeps what ends in the last separator");
     Require(LFileName::DeleteExceptFileName(path) == file.before, "DeleteExceptFileName");
-    Require(LFileName::DeleteDir(path) == (file.isFound ? file.behind : path), "DeleteDir");
-    const bool endsInSeparator = file.isFound && file.behind.empty();
+    Require(LFileName::DeleteDir(path) == (file.isFound ? file.after : path), "DeleteDir");
+    const bool endsInSeparator = file.isFound && file.after.empty();
     Require(LFileName::AddPunct(path) == (endsInSeparator ? path : path + "/"), "AddPunct");
     Require(LFileName::DeletePunct(path) == (endsInSeparator ? file.before : path), "DeletePunct");
     Require(
@@ -114,12 +114,12 @@ void CheckFileName(const std::string& path)
     const SParts first = CutAtFirst(path, IsSeparator);
     Require(LFileName::GetFirstDir(path) == first.before, "GetFirstDir");
     Require(
-        LFileName::DeleteFirstDir(path) == (first.isFound ? first.behind : path), "DeleteFirstDir");
+        LFileName::DeleteFirstDir(path) == (first.isFound ? first.after : path), "DeleteFirstDir");
 
     const SParts dot =
         CutAtLast(path, [](const std::string& character) { return character == "."; });
     Require(
-        LFileName::GetExtension(path) == (dot.isFound ? ToLower(dot.behind) : ""), "GetExtension");
+        LFileName::GetExtension(path) == (dot.isFound ? ToLower(dot.after) : ""), "GetExtension");
     const std::string base = dot.isFound ? dot.before : path;
     Require(LFileName::DeleteExtension(path) == base, "DeleteExtension");
     Require(LFileName::ChangeExtension(path, "pvr") == base + ".pvr", "ChangeExtension");
@@ -134,9 +134,9 @@ void CheckFilePath(const std::string& text)
 
     const SParts last =
         CutAtLast(text, [](const std::string& character) { return character == "\\"; });
-    const bool endsInSeparator = last.isFound && last.behind.empty();
+    const bool endsInSeparator = last.isFound && last.after.empty();
     Require(path.GetParentPath() == last.before, "GetParentPath");
-    Require(path.GetChildFileName() == (last.isFound ? last.behind : text), "GetChildFileName");
+    Require(path.GetChildFileName() == (last.isFound ? last.after : text), "GetChildFileName");
     path.AddFileName("x");
     const bool isAsItIs = text.empty() || endsInSeparator;
     Require(path.GetString() == text + (isAsItIs ? "x" : "\\x"), "AddFileName");

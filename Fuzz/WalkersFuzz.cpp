@@ -49,7 +49,7 @@ void CheckFlags(const std::vector<zek::FlagQuad>& quads, const std::vector<unsig
                     quad[family] >= section.data() &&
                         quad[family] < section.data() + section.size() &&
                         quad[family] == quad[0] + family,
-                    "flags lie in the section, one behind the other");
+                    "flags lie in the section, one after the other");
         }
     }
 }

@@ -97,13 +97,13 @@ TEST(Header, UnreadableMarkerIsAnErrorFromVersionTwentyOneOn)
     }
 }
 
-TEST(Header, UnreadableIntBehindTheMarkerIsAnErrorFromVersionTwentySixOn)
+TEST(Header, UnreadableIntAfterTheMarkerIsAnErrorFromVersionTwentySixOn)
 {
     for (std::size_t size = 12; size < 16; ++size)
         ExpectErrorForModel(MakeCutModel(26, size));
 }
 
-TEST(Header, IntBehindTheMarkerOtherThanZeroIsAnErrorFromVersionTwentySixOn)
+TEST(Header, IntAfterTheMarkerOtherThanZeroIsAnErrorFromVersionTwentySixOn)
 {
     for (int value : {1, -1, 256, LowestInt})
     {

@@ -186,7 +186,7 @@ TEST(Paths, OfAFolderIsAnErrorAtOnceAndWithoutMuchMemory)
     EXPECT_LT(RunTool(folder, {"models"}).peakKilobytes, 256 * 1024);
 }
 
-TEST(Paths, OfAFileWithASlashBehindIsAnError)
+TEST(Paths, OfAFileWithASlashAtTheEndIsAnError)
 {
     const CTemporaryFolder folder;
     folder.Write("scene.bin", OneTexture.GetImage());

@@ -65,7 +65,7 @@ TEST(Textures, ThousandsOfTexturesAndProbesAndLightmapsInOneFile)
     folder.Write("tex_etc/000.pvr", "");
     folder.Write("tex_etc/1000.pvr", "");
     folder.Write("tex_astc/099.pvr", "");
-    folder.Write("tex_pvrtc/1235.pvr", "behind the last texture");
+    folder.Write("tex_pvrtc/1235.pvr", "after the last texture");
     WriteFaces(folder, "tex_reflection_cube_pvrtc\\Yard", "pvr");
     WriteFaces(folder, "tex_reflection_cube_dxt\\Roof", "dds");
     folder.Write("tex_astc/LightMap001.pvr", "");

@@ -8,7 +8,7 @@ namespace
 {
 
 /// A model of one version with every kind of record that it has, two each of what has flags, and
-/// with bytes behind its last section.
+/// with bytes after its last section.
 class EveryVersion : public testing::TestWithParam<int>
 {
 protected:

@@ -170,7 +170,7 @@ const std::vector<SFilling>& GetFillings()
              model.probes.resize(1);
              model.probes[0].name.assign(std::size_t(n), 'n');
          }},
-        {"bytes behind the last section", 26,
+        {"bytes after the last section", 26,
          [](SModel& model, int n) { model.tail.assign(std::size_t(n), 't'); }},
     };
     return fillings;

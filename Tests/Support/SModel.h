@@ -32,7 +32,7 @@ struct SProbe
     std::string name = "Probe";
 };
 
-/// The six bytes behind a mesh's vertex count: normal, tangent, UV, UV2, colour, bone weight.
+/// The six bytes after a mesh's vertex count: normal, tangent, UV, UV2, colour, bone weight.
 using StreamFlags = std::array<unsigned char, 6>;
 
 struct SPrimitive
@@ -109,7 +109,7 @@ struct SModel
     std::vector<SLightmap> lightmaps = {}; ///< below version 26 only their number is written
     int lightmapSwitch = 1;
     int lightmapTrailingInt = 2;
-    std::string tail = ""; ///< bytes behind the last section
+    std::string tail = ""; ///< bytes after the last section
 };
 
 } // namespace testsupport

@@ -151,7 +151,7 @@ TEST(CZEKOverwriterMaterialList, ProbesStandBeforeTheMaterialsFromVersion11To25)
         int version;
         int size;
     };
-    // Behind the material count: the probe count; 28 bytes a probe; 8 more with its flags.
+    // After the material count: the probe count; 28 bytes a probe; 8 more with its flags.
     const SRow rows[] = {
         {10, 4},          {11, 8},          {12, 8 + 3 * 28}, {15, 8 + 3 * 28},
         {16, 8 + 3 * 36}, {25, 8 + 3 * 36}, {26, 4},
@@ -438,7 +438,7 @@ TEST(CZEKOverwriterMaterial, BlendModeAndTextureIndicesMayHaveAnyValue)
 
 TEST(CZEKOverwriterMaterial, MissingUVListFlagIsRefused)
 {
-    // A roughness index and the parameters behind it leave the demand of the fixed fields met.
+    // A roughness index and the parameters after it leave the demand of the fixed fields met.
     const CModelBuilder builder = BuildList(10, {MakeMaterial(7)});
     const auto offset = static_cast<std::int64_t>(builder.GetOffset("UV list flag"));
     for (int size = 0; size < 4; ++size)

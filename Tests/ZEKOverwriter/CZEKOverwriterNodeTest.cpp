@@ -303,7 +303,7 @@ TEST(CZEKOverwriterNode, HasMeshValuesOtherThanOneMeanNoMesh)
 
 TEST(CZEKOverwriterNode, MissingHasMeshIntIsRefused)
 {
-    // From version 23 on the int stands behind the 32 bytes that were demanded.
+    // From version 23 on the int stands after the 32 bytes that were demanded.
     const CModelBuilder builder = BuildNode(23, MakeNode(Mesh));
     const auto offset = static_cast<std::int64_t>(builder.GetOffset("collider has mesh"));
     for (int size = 0; size < 4; ++size)

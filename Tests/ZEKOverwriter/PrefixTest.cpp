@@ -17,7 +17,7 @@ namespace
 constexpr std::size_t MarkerOffset = 8;
 const std::string Tail = "tail";
 
-/// A model of everything with flags that the program would change, and bytes behind its end.
+/// A model of everything with flags that the program would change, and bytes after its end.
 SModel MakeFlaggedModel(int version)
 {
     SModel model = MakeFullModel(version);
@@ -141,7 +141,7 @@ TEST_P(FileOfVersion, WithEmptySectionsIsRefusedWhereItIsCut)
 
 TEST_P(FileOfVersion, WithoutLightmapListIsRefusedAlsoWhereTheBoneTableIsAbsent)
 {
-    // Up to 3 bytes behind the textures mean an absent bone table, and then the list is missing.
+    // Up to 3 bytes after the textures mean an absent bone table, and then the list is missing.
     if (GetParam() >= 26)
         return;
     SModel model = MakeFlaggedModel(GetParam());
@@ -180,7 +180,7 @@ TEST_P(SectionOfVersion, CutNodeListIsRefused)
     const int version = GetParam();
     CModelBuilder builder(version);
     builder.AddNodeList(MakeFullModel(version).nodes);
-    // The last node has a mesh collider; what stands behind its body counts for the demand of 32.
+    // The last node has a mesh collider; what stands after its body counts for the demand of 32.
     const std::int64_t missing = version < 6 ? 8 : version < 8 ? 4 : 0;
     ExpectCutIsRefused(
         &CZEKOverwriter::AnalyseNodeList, builder, version, SizeOf(builder.GetImage()) + missing);

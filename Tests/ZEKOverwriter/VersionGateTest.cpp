@@ -17,7 +17,7 @@ constexpr MemberWalker AnalyseReflectionProbe = &CZEKOverwriter::AnalyseReflecti
 constexpr MemberWalker AnalyseLightmapList = &CZEKOverwriter::AnalyseLightmapList;
 constexpr MemberWalker AnalyseNode = &CZEKOverwriter::AnalyseNode;
 
-/// Bytes behind a record, enough for every demand that exceeds it.
+/// Bytes after a record, enough for every demand that exceeds it.
 constexpr std::size_t TailSize = 100;
 
 /// Adds what a walker walks.

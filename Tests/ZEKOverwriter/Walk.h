@@ -28,14 +28,14 @@ constexpr int HighestInt = std::numeric_limits<int>::max();
 constexpr std::int64_t Refused = -1;
 
 /// Sets a walker on the start of a heap block of exactly these bytes, so that a sanitizer sees a
-/// read behind them. Returns how many it consumed, or Refused.
+/// read after them. Returns how many it consumed, or Refused.
 std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version);
 
 /// Returns how many bytes a walker that returns false had consumed; fails the test when it returns
 /// true. A demand that is not met consumes nothing of what it stands for.
 std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version);
 
-/// Expects a walker to take an image of size bytes whole, to leave what stands behind it, and to
+/// Expects a walker to take an image of size bytes whole, to leave what stands after it, and to
 /// refuse every shorter one.
 void ExpectSize(std::int64_t size, const Walker& walker, const Bytes& image, int version);
 
@@ -45,7 +45,7 @@ std::int64_t SizeOf(const Bytes& bytes);
 /// The first size bytes, or all bytes but the last -size when size is negative.
 Bytes Cut(const Bytes& bytes, std::int64_t size);
 
-/// The bytes with count zero bytes behind.
+/// The bytes with count zero bytes after them.
 Bytes Extend(const Bytes& bytes, std::size_t count);
 
 /// The image with another value in the n-th int of a name, from 0.

@@ -17,7 +17,7 @@ namespace
 {
 
 /// A vector that is filled once has a heap block of exactly its size, so that a sanitizer sees
-/// each read behind the range.
+/// each read past the range.
 using Bytes = std::vector<unsigned char>;
 
 constexpr int LowestInt = std::numeric_limits<int>::min();
@@ -290,7 +290,7 @@ TEST(CFileImageAnalyser, SkipMovesForwardUpToTheEnd)
     EXPECT_EQ(3, reader.GetPos());
 }
 
-TEST(CFileImageAnalyser, SkipBehindTheEndStaysAndFails)
+TEST(CFileImageAnalyser, SkipPastTheEndStaysAndFails)
 {
     const Bytes bytes{0x11, 0x22, 0x33};
     CFileImageAnalyser reader = ReaderOver(bytes);
@@ -612,7 +612,7 @@ TEST(CFileImageAnalyser, GetZeroTerminatedStringWithoutAZeroByteFailsAtTheEnd)
     ExpectTextFailsAtEnd(&CFileImageAnalyser::GetZeroTerminatedString, {'a', 'b', 'c'}, "before");
 }
 
-TEST(CFileImageAnalyser, GetZeroTerminatedStringDoesNotSeeAZeroByteBehindTheRange)
+TEST(CFileImageAnalyser, GetZeroTerminatedStringDoesNotSeeAZeroByteAfterTheRange)
 {
     const Bytes bytes{'a', 'b', 0x00};
     CFileImageAnalyser reader(bytes.data(), bytes.data() + 2);
@@ -695,7 +695,7 @@ TEST(CFileImageAnalyser, AlignedStringWithoutAZeroByteFailsAtTheEnd)
     ExpectTextFailsAtEnd(&CFileImageAnalyser::GetStringAligned4, {'a', 'b', 'c', 'd'}, "before");
 }
 
-TEST(CFileImageAnalyser, TextLineDropsEveryCarriageReturnAndStopsBehindTheLineFeed)
+TEST(CFileImageAnalyser, TextLineDropsEveryCarriageReturnAndStopsAfterTheLineFeed)
 {
     const Bytes bytes{0x61, 0x0D, 0x62, 0x0D, 0x0A, 0x63};
     CFileImageAnalyser reader = ReaderOver(bytes);

@@ -34,7 +34,7 @@ public:
 
     void ExpectReadBackEqual() const
     {
-        // Of exactly the image's size, so that a sanitizer sees a read behind the end.
+        // Of exactly the image's size, so that a sanitizer sees a read past the end.
         const Bytes image = m_Maker.GetImageData();
         CFileImageAnalyser reader(image.data(), image.data() + image.size());
         for (const std::function<void(CFileImageAnalyser&)>& expectValue : m_Expectations)
@@ -286,7 +286,7 @@ TEST(CFileImageMaker, AlignedStringFillsUpToFourBytesWhereverItStarts)
             maker.AddMemoryBlock(expected.data(), static_cast<int>(expected.size()));
             maker.AddStringAligned4(text);
             expected.insert(expected.end(), appended.begin(), appended.end());
-            EXPECT_EQ(expected, maker.GetImageData()) << text << " behind " << lengthBefore;
+            EXPECT_EQ(expected, maker.GetImageData()) << text << " after " << lengthBefore;
         }
     }
 }

@@ -223,7 +223,7 @@ TEST(ScanInt, LeavesTheValueUnchangedWhereThereIsNoNumber)
     }
 }
 
-TEST(ScanInt, ReadsDecimalIntsOfTheWholeRangeBehindWhiteSpace)
+TEST(ScanInt, ReadsDecimalIntsOfTheWholeRangeAfterWhiteSpace)
 {
     int value = 0;
     EXPECT_TRUE(ScanInt("-2147483648", value));

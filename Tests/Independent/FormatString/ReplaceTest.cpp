@@ -163,7 +163,7 @@ TEST(Replace, AppendsAZeroByteToALeadByteAtTheVeryEnd)
 {
     EXPECT_EQ("a\x81\0"s, Replace("a\x81", "x", "Z"));
     EXPECT_EQ("\xEF\0"s, Replace("\xEF", "x", "Z"));
-    EXPECT_EQ("a", Replace("a\x81", "xy", "Z")) << "behind the last position, hence dropped";
+    EXPECT_EQ("a", Replace("a\x81", "xy", "Z")) << "after the last position, hence dropped";
 }
 
 TEST(Replace, WithAnEmptyFromGivesTheTextBack)

@@ -74,7 +74,7 @@ TEST(Split, GivesEmptyPiecesForConsecutiveSeparators)
     EXPECT_EQ(Pieces({"", "", ""}), Split(",,", ","));
 }
 
-TEST(Split, GivesEmptyPiecesBeforeAndBehindSeparatorsAtTheEnds)
+TEST(Split, GivesEmptyPiecesBeforeAndAfterSeparatorsAtTheEnds)
 {
     EXPECT_EQ(Pieces({"", "a", ""}), Split(",a,", ","));
     EXPECT_EQ(Pieces({"", ""}), Split(", ", ", "));

@@ -171,12 +171,12 @@ TEST(CFilePath, AddSeparatorDoesNotTakeATrailByteForASeparator)
     EXPECT_EQ(R"(a\)" + TwoByteCharacter + R"(\)", WithSeparator(R"(a\)" + TwoByteCharacter));
 }
 
-TEST(CFilePath, AddSeparatorSeesABackslashBehindATwoByteCharacter)
+TEST(CFilePath, AddSeparatorSeesABackslashAfterATwoByteCharacter)
 {
     EXPECT_EQ(TwoByteCharacter + R"(\)", WithSeparator(TwoByteCharacter + R"(\)"));
 }
 
-TEST(CFilePath, AddSeparatorAppendsBehindALeadByteThatEndsThePath)
+TEST(CFilePath, AddSeparatorAppendsAfterALeadByteThatEndsThePath)
 {
     EXPECT_EQ("a\\\x81\\", WithSeparator("a\\\x81"));
 }
@@ -232,7 +232,7 @@ TEST(CFilePath, DeleteSeparatorLeavesALeadByteThatEndsThePath)
     EXPECT_EQ("a\\\x81", WithoutSeparator("a\\\x81"));
 }
 
-TEST(CFilePath, OnlyALeadByteHidesTheByteBehindIt)
+TEST(CFilePath, OnlyALeadByteHidesTheByteAfterIt)
 {
     for (int byte = 0; byte <= 255; ++byte)
     {
@@ -319,7 +319,7 @@ TEST(CFilePath, ParentPathIsEmptyWithoutABackslash)
     EXPECT_EQ("", MakePath("").GetParentPath());
 }
 
-TEST(CFilePath, ChildFileNameStandsBehindTheLastBackslash)
+TEST(CFilePath, ChildFileNameStandsAfterTheLastBackslash)
 {
     EXPECT_EQ("b.txt", MakePath(R"(C:\a\b.txt)").GetChildFileName());
     EXPECT_EQ("", MakePath(R"(a\)").GetChildFileName());

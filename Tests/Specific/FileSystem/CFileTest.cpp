@@ -904,7 +904,7 @@ TEST(CFile, WriteByteWritesOneByte)
     EXPECT_EQ((Bytes{0x00, 0xFF}), folder.Read("new"));
 }
 
-TEST(CFile, ReadStringStopsBehindTheZeroByte)
+TEST(CFile, ReadStringStopsAfterTheZeroByte)
 {
     EXPECT_EQ((SReadString{true, "ab", 3}), ReadStringOver("ab\0c"s));
 }
@@ -954,7 +954,7 @@ TEST(CFile, ReadStringReadsTextsOfAnyLength)
     }
 }
 
-TEST(CFile, ReadStringGoesOnBehindALongText)
+TEST(CFile, ReadStringGoesOnAfterALongText)
 {
     const CTemporaryWorkingFolder folder;
     folder.Write("text", std::string(300, 'a') + "\0next\0-"s);

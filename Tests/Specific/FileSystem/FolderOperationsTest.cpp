@@ -204,7 +204,7 @@ TEST_F(FolderOperations, FileListGivesTheBareNamesOfTheFilesInByteOrder)
     EXPECT_EQ((Names{"C", "_", "a", "a.txt", "b", "\xB1"}), GetFileList("f"));
 }
 
-TEST_F(FolderOperations, FileListTestsEachNameBehindFolderAndBackslash)
+TEST_F(FolderOperations, FileListTestsEachNameAfterFolderAndBackslash)
 {
     g_Disk.AddFolder("f");
     g_Disk.AddFile(R"(f\b)");
@@ -283,7 +283,7 @@ TEST_F(FolderOperations, FileListTranslatesTheLogicalPrefix)
     EXPECT_EQ((Names{R"(Tarvelquinn\UserData\maps\a)"}), g_Disk.GetCalls("IsExistFile"));
 }
 
-TEST_F(FolderOperations, FileListTestsForHiddenFilesBehindTheTranslatedPrefix)
+TEST_F(FolderOperations, FileListTestsForHiddenFilesAfterTheTranslatedPrefix)
 {
     g_Disk.AddFolder(R"(Tarvelquinn\Setting\maps)");
     g_Disk.AddFile(R"(Tarvelquinn\Setting\maps\hidden)");
@@ -330,7 +330,7 @@ TEST_F(FolderOperations, FolderListGivesTheBareNamesOfTheFoldersInByteOrder)
     EXPECT_EQ((Names{"C", "_", "a", "b", "\xB1"}), GetFolderList("f"));
 }
 
-TEST_F(FolderOperations, FolderListTestsEachNameBehindFolderAndBackslash)
+TEST_F(FolderOperations, FolderListTestsEachNameAfterFolderAndBackslash)
 {
     g_Disk.AddFolder("f");
     g_Disk.AddFolder(R"(f\b)");
@@ -511,7 +511,7 @@ TEST_F(FolderOperations, DeleteFolderOfAMissingFolderSucceedsAtOnce)
     EXPECT_EQ((Names{"IsExistDir missing"}), g_Disk.calls);
 }
 
-TEST_F(FolderOperations, DeleteFolderDeletesTheFilesInOrderBehindASlash)
+TEST_F(FolderOperations, DeleteFolderDeletesTheFilesInOrderAfterASlash)
 {
     g_Disk.AddFolder("f");
     g_Disk.AddFile(R"(f\b)");

@@ -27,13 +27,13 @@ std::vector<std::string> SplitCharacters(const std::string& text)
     return characters;
 }
 
-/// A path before, at and behind one of its characters; found tells whether there was one.
+/// A path before, at and after one of its characters; found tells whether there was one.
 struct SCut
 {
     bool isFound = false;
     std::string before;
     std::string at;
-    std::string behind;
+    std::string after;
 };
 
 /// Cuts a path at the first or last of its characters that is one of those wanted.
@@ -45,9 +45,9 @@ SCut CutAt(const std::string& wanted, const std::string& path, bool isLast)
         const bool isWanted =
             character.length() == 1 && wanted.find(character) != std::string::npos;
         if (isWanted && (isLast || !cut.isFound))
-            cut = {true, cut.before + cut.at + cut.behind, character, ""};
+            cut = {true, cut.before + cut.at + cut.after, character, ""};
         else
-            (cut.isFound ? cut.behind : cut.before) += character;
+            (cut.isFound ? cut.after : cut.before) += character;
     }
     return cut;
 }
@@ -71,7 +71,7 @@ const std::vector<std::string> ShortPaths = MakeAllTexts("a\\/.\x95", 6);
 
 } // namespace
 
-TEST(LFileName, ExtensionIsTheLowerCaseTextBehindTheLastDot)
+TEST(LFileName, ExtensionIsTheLowerCaseTextAfterTheLastDot)
 {
     EXPECT_EQ("png", LFileName::GetExtension("Model.PNG"));
     EXPECT_EQ("txt", LFileName::GetExtension("a/b.txt"));
@@ -85,7 +85,7 @@ TEST(LFileName, ExtensionIsEmptyWithoutADot)
     EXPECT_EQ("", LFileName::GetExtension(""));
 }
 
-TEST(LFileName, ExtensionOfTwoDotsIsThatBehindTheSecond)
+TEST(LFileName, ExtensionOfTwoDotsIsThatAfterTheSecond)
 {
     EXPECT_EQ("gz", LFileName::GetExtension("archive.tar.gz"));
 }
@@ -121,7 +121,7 @@ TEST(LFileName, DeleteExtensionLeavesAPathWithoutADot)
     EXPECT_EQ("", LFileName::DeleteExtension(""));
 }
 
-TEST(LFileName, ChangeExtensionReplacesTheTextBehindTheLastDot)
+TEST(LFileName, ChangeExtensionReplacesTheTextAfterTheLastDot)
 {
     EXPECT_EQ("LightMap001.pvr", LFileName::ChangeExtension("LightMap001.png", "pvr"));
     EXPECT_EQ("archive.tar.DDS", LFileName::ChangeExtension("archive.tar.gz", "DDS"));
@@ -187,7 +187,7 @@ TEST(LFileName, GetFirstDirIsEmptyWithoutASeparator)
     EXPECT_EQ("", LFileName::GetFirstDir(""));
 }
 
-TEST(LFileName, DeleteFirstDirStartsBehindTheFirstSeparator)
+TEST(LFileName, DeleteFirstDirStartsAfterTheFirstSeparator)
 {
     EXPECT_EQ(R"(b\c.x)", LFileName::DeleteFirstDir(R"(a/b\c.x)"));
     EXPECT_EQ("b/c.x", LFileName::DeleteFirstDir(R"(a\b/c.x)"));
@@ -263,7 +263,7 @@ TEST(LFileName, ToLowerChangesTheLettersAToZAlone)
     }
 }
 
-TEST(LFileName, ToLowerKeepsTheByteBehindALeadByteAlone)
+TEST(LFileName, ToLowerKeepsTheByteAfterALeadByteAlone)
 {
     for (int byte = 0; byte <= 255; ++byte)
     {
@@ -275,7 +275,7 @@ TEST(LFileName, ToLowerKeepsTheByteBehindALeadByteAlone)
     }
 }
 
-TEST(LFileName, ToLowerAddsAZeroByteBehindALeadByteThatEndsThePath)
+TEST(LFileName, ToLowerAddsAZeroByteAfterALeadByteThatEndsThePath)
 {
     EXPECT_EQ("ab\x81\0"s, LFileName::ToLower("AB\x81"));
     EXPECT_EQ("\x81\x81", LFileName::ToLower("\x81\x81"));
@@ -307,7 +307,7 @@ TEST(LFileName, TrailByteIsNoDot)
     EXPECT_EQ("a.x", LFileName::ChangeExtension(path, "x"));
 }
 
-TEST(LFileName, OnlyALeadByteHidesTheByteBehindIt)
+TEST(LFileName, OnlyALeadByteHidesTheByteAfterIt)
 {
     for (int byte = 0; byte <= 255; ++byte)
     {
@@ -327,8 +327,8 @@ TEST(LFileName, LastSeparatorIsFoundCharacterByCharacter)
         const SCut cut = CutAt("\\/", path, true);
         EXPECT_EQ(cut.isFound ? cut.before + cut.at : "", LFileName::DeleteFileName(path)) << path;
         EXPECT_EQ(cut.isFound ? cut.before : "", LFileName::DeleteExceptFileName(path)) << path;
-        EXPECT_EQ(cut.isFound ? cut.behind : path, LFileName::DeleteDir(path)) << path;
-        const bool isAtEnd = cut.isFound && cut.behind.empty();
+        EXPECT_EQ(cut.isFound ? cut.after : path, LFileName::DeleteDir(path)) << path;
+        const bool isAtEnd = cut.isFound && cut.after.empty();
         EXPECT_EQ(isAtEnd ? cut.before : path, LFileName::DeletePunct(path)) << path;
         EXPECT_EQ(isAtEnd ? path : path + "/", LFileName::AddPunct(path)) << path;
         EXPECT_EQ(cut.isFound ? cut.before : "", LFileName::GetParent(path)) << path;
@@ -341,7 +341,7 @@ TEST(LFileName, FirstSeparatorIsFoundCharacterByCharacter)
     {
         const SCut cut = CutAt("\\/", path, false);
         EXPECT_EQ(cut.isFound ? cut.before : "", LFileName::GetFirstDir(path)) << path;
-        EXPECT_EQ(cut.isFound ? cut.behind : path, LFileName::DeleteFirstDir(path)) << path;
+        EXPECT_EQ(cut.isFound ? cut.after : path, LFileName::DeleteFirstDir(path)) << path;
     }
 }
 
@@ -350,7 +350,7 @@ TEST(LFileName, LastDotIsFoundCharacterByCharacter)
     for (const std::string& path : ShortPaths)
     {
         const SCut cut = CutAt(".", path, true);
-        EXPECT_EQ(LFileName::ToLower(cut.behind), LFileName::GetExtension(path)) << path;
+        EXPECT_EQ(LFileName::ToLower(cut.after), LFileName::GetExtension(path)) << path;
         EXPECT_EQ(cut.isFound ? cut.before : path, LFileName::DeleteExtension(path)) << path;
         EXPECT_EQ((cut.isFound ? cut.before : path) + ".x", LFileName::ChangeExtension(path, "x"))
             << path;
