@@ -5,6 +5,7 @@
 //
 // A row an item; texture 007 is the eighth of the texture list.
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -13,13 +14,11 @@
 
 #include "Independent/FileImage/CFileImageAnalyser.h"
 #include "Specific/FileSystem/CFile.h"
+#include "ZEKFormat/SZEKRefusal.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
-#include "ZEKOverwriter/ZEKVersion.h"
 
 namespace
 {
-
-constexpr std::size_t ShortestHeaderSize = 8; // the magic and the version
 
 /// A model's file image and the places of its flags, which are addresses in that image.
 struct SFlaggedModel
@@ -28,8 +27,8 @@ struct SFlaggedModel
     zek::CZEKOverwriter sections;
 };
 
-/// Reads a model and finds its flags. Returns what is wrong with it, or null.
-const char* Read(SFlaggedModel& model, const char* path)
+/// Reads a model and finds its flags. Returns what is wrong with it, or nothing.
+std::string Read(SFlaggedModel& model, const char* path)
 {
     if (!filesystem::CFile::ReadImage(model.image, path))
     {
@@ -40,15 +39,16 @@ const char* Read(SFlaggedModel& model, const char* path)
     }
 
     const unsigned char* begin = model.image.data();
-    fileimage::CFileImageAnalyser reader(begin, begin + model.image.size());
-    int version = 0;
-    if (model.sections.AnalyseHeader(reader, version) &&
-        model.sections.AnalyseSections(reader, version))
-        return nullptr;
-    if (model.image.size() < ShortestHeaderSize)
-        return "is too short for a model";
-    return version < zek::version::Oldest ? "is not a ZEK model of version 7 or later"
-                                          : "is damaged or cut short";
+    const std::size_t size = model.image.size();
+    if (const auto refusal = zek::WhyRefused(begin, static_cast<std::int64_t>(size)))
+        return refusal->field == "magic" ? "is not a ZEK model"
+                                         : "is refused: " + refusal->GetText();
+
+    fileimage::CFileImageAnalyser reader(begin, begin + size);
+    int version;
+    model.sections.AnalyseHeader(reader, version);
+    model.sections.AnalyseSections(reader, version);
+    return "";
 }
 
 bool IsSameItems(const zek::CZEKOverwriter& before, const zek::CZEKOverwriter& after)
@@ -96,10 +96,10 @@ int main(int argc, char* argv[])
     std::vector<SFlaggedModel> models(static_cast<std::size_t>(argc - 1));
     for (std::size_t i = 0; i < models.size(); ++i)
     {
-        const char* fault = Read(models[i], argv[i + 1]);
-        if (fault != nullptr)
+        const std::string fault = Read(models[i], argv[i + 1]);
+        if (!fault.empty())
         {
-            std::fprintf(stderr, "ShowFlags: %s %s\n", argv[i + 1], fault);
+            std::fprintf(stderr, "ShowFlags: %s %s\n", argv[i + 1], fault.c_str());
             return 1;
         }
     }
