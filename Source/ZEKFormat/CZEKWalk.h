@@ -112,6 +112,7 @@ public:
     template <typename WalkRecord>
     bool Records(const char* kind, int count, WalkRecord walkRecord)
     {
+        m_Sink.BeginRecords(kind, count, m_Source.GetLeft());
         for (int i = 0; i < count; ++i)
         {
             m_Sink.BeginRecord(kind, i);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "Independent/Math3D/SColor.h"
 #include "Independent/Math3D/SUV.h"
@@ -16,7 +17,7 @@ class CZEKMaterial
 public:
     /// Takes every field as the getter of its name gives it back.
     CZEKMaterial(
-        const std::string& name,
+        std::string name,
         EZEKShaderType shaderType,
         EZEKBlendMode blendMode,
         float cutoff,
@@ -32,7 +33,7 @@ public:
         const SUV& textureOffsetMain,
         const SUV& texture1ScaleMain,
         const SUV& texture1OffsetMain)
-        : m_Name(name)
+        : m_Name(std::move(name))
         , m_ShaderType(shaderType)
         , m_BlendMode(blendMode)
         , m_Cutoff(cutoff)
@@ -52,7 +53,9 @@ public:
     }
 
     CZEKMaterial(const CZEKMaterial&) = default;
+    CZEKMaterial(CZEKMaterial&&) = default;
     CZEKMaterial& operator=(const CZEKMaterial&) = default;
+    CZEKMaterial& operator=(CZEKMaterial&&) = default;
     virtual ~CZEKMaterial() = default;
 
     /// The name of the material.

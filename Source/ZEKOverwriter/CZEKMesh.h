@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "Independent/Math3D/S2D.h"
@@ -20,29 +21,29 @@ class CZEKMesh
 public:
     /// Takes every field as the getter of its name gives it back.
     CZEKMesh(
-        const std::vector<S3D>& posList,
-        const std::vector<S3D>& normalList,
-        const std::vector<S3D>& tangentList,
-        const std::vector<SUV>& uvList,
-        const std::vector<SUV>& uv2List,
-        const std::vector<math3d::SColor32>& colorList,
-        const std::vector<CZEKBoneWeight>& boneWeightList,
-        const std::vector<CZEKPrimitive>& primitiveList,
-        const std::vector<CZEKMorph>& morphList,
+        std::vector<S3D> posList,
+        std::vector<S3D> normalList,
+        std::vector<S3D> tangentList,
+        std::vector<SUV> uvList,
+        std::vector<SUV> uv2List,
+        std::vector<math3d::SColor32> colorList,
+        std::vector<CZEKBoneWeight> boneWeightList,
+        std::vector<CZEKPrimitive> primitiveList,
+        std::vector<CZEKMorph> morphList,
         const S3D& boundingBoxMinPos,
         const S3D& boundingBoxMaxPos,
         int lightmapIndex,
         const S2D& lightmapScale,
         const S2D& lightmapOffset)
-        : m_PosList(posList)
-        , m_NormalList(normalList)
-        , m_TangentList(tangentList)
-        , m_UVList(uvList)
-        , m_UV2List(uv2List)
-        , m_ColorList(colorList)
-        , m_BoneWeightList(boneWeightList)
-        , m_ZEKPrimitiveList(primitiveList)
-        , m_MorphList(morphList)
+        : m_PosList(std::move(posList))
+        , m_NormalList(std::move(normalList))
+        , m_TangentList(std::move(tangentList))
+        , m_UVList(std::move(uvList))
+        , m_UV2List(std::move(uv2List))
+        , m_ColorList(std::move(colorList))
+        , m_BoneWeightList(std::move(boneWeightList))
+        , m_ZEKPrimitiveList(std::move(primitiveList))
+        , m_MorphList(std::move(morphList))
         , m_BoundingBoxMinPos(boundingBoxMinPos)
         , m_BoundingBoxMaxPos(boundingBoxMaxPos)
         , m_LightmapIndex(lightmapIndex)
@@ -52,7 +53,9 @@ public:
     }
 
     CZEKMesh(const CZEKMesh&) = default;
+    CZEKMesh(CZEKMesh&&) = default;
     CZEKMesh& operator=(const CZEKMesh&) = default;
+    CZEKMesh& operator=(CZEKMesh&&) = default;
     virtual ~CZEKMesh() = default;
 
     /// The positions of the vertices.

@@ -14,14 +14,7 @@ class CZEKMorph
 {
 public:
     /// Takes every field as the getter of its name gives it back.
-    CZEKMorph(const std::string& name, const std::vector<S3D>& posList)
-        : m_Name(name)
-        , m_PosList(posList)
-    {
-    }
-
-    /// Takes name and list over instead of copying them.
-    CZEKMorph(std::string&& name, std::vector<S3D>&& posList) noexcept
+    CZEKMorph(std::string name, std::vector<S3D> posList) noexcept
         : m_Name(std::move(name))
         , m_PosList(std::move(posList))
     {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/SQuaternion.h"
@@ -15,14 +16,14 @@ class CZEKNode
 public:
     /// Takes every field as the getter of its name gives it back.
     CZEKNode(
-        const std::string& name,
+        std::string name,
         const S3D& localPos,
         const SQuaternion& localRotate,
         const S3D& localScale,
         int parentNodeIndex,
         int meshIndex,
         const CZEKCollider& collider)
-        : m_Name(name)
+        : m_Name(std::move(name))
         , m_LocalPos(localPos)
         , m_LocalRotate(localRotate)
         , m_LocalScale(localScale)
@@ -33,7 +34,9 @@ public:
     }
 
     CZEKNode(const CZEKNode&) = default;
+    CZEKNode(CZEKNode&&) = default;
     CZEKNode& operator=(const CZEKNode&) = default;
+    CZEKNode& operator=(CZEKNode&&) = default;
     virtual ~CZEKNode() = default;
 
     /// The name of the node.

@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "Specific/FileSystem/LFileName.h"
+#include "ZEKFormat/ZEKVersion.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 #include "ZEKOverwriter/ImageByte.h"
-#include "ZEKFormat/ZEKVersion.h"
 
 namespace zek
 {

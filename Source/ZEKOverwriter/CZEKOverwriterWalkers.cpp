@@ -3,9 +3,9 @@
 #include <limits>
 
 #include "ZEKFormat/CZEKImageSource.h"
-#include "ZEKOverwriter/CZEKOverwriter.h"
 #include "ZEKFormat/CZEKWalk.h"
 #include "ZEKFormat/ZEKFile.h"
+#include "ZEKOverwriter/CZEKOverwriter.h"
 
 namespace zek
 {

@@ -16,19 +16,8 @@ public:
     /// Takes every field as the getter of its name gives it back.
     CZEKPrimitive(
         int materialIndex,
-        const std::vector<unsigned short>& indexListUSHORT,
-        const std::vector<int>& indexListINT)
-        : m_MaterialIndex(materialIndex)
-        , m_IndexListUSHORT(indexListUSHORT)
-        , m_IndexListINT(indexListINT)
-    {
-    }
-
-    /// Takes the lists over instead of copying them.
-    CZEKPrimitive(
-        int materialIndex,
-        std::vector<unsigned short>&& indexListUSHORT,
-        std::vector<int>&& indexListINT) noexcept
+        std::vector<unsigned short> indexListUSHORT,
+        std::vector<int> indexListINT) noexcept
         : m_MaterialIndex(materialIndex)
         , m_IndexListUSHORT(std::move(indexListUSHORT))
         , m_IndexListINT(std::move(indexListINT))

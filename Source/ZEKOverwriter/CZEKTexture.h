@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zek
@@ -12,17 +13,17 @@ class CZEKTexture
 public:
     /// Takes every field as the getter of its name gives it back.
     CZEKTexture(
-        const std::string& fileName,
-        bool isClamp,
-        const std::vector<int>& textureCompressionSupportedList)
-        : m_FileName(fileName)
+        std::string fileName, bool isClamp, std::vector<int> textureCompressionSupportedList)
+        : m_FileName(std::move(fileName))
         , m_IsClamp(isClamp)
-        , m_TextureCompressionSupportedList(textureCompressionSupportedList)
+        , m_TextureCompressionSupportedList(std::move(textureCompressionSupportedList))
     {
     }
 
     CZEKTexture(const CZEKTexture&) = default;
+    CZEKTexture(CZEKTexture&&) = default;
     CZEKTexture& operator=(const CZEKTexture&) = default;
+    CZEKTexture& operator=(CZEKTexture&&) = default;
     virtual ~CZEKTexture() = default;
 
     /// The name of the texture's file as the model stores it.
