@@ -2,7 +2,7 @@
 
 # What it takes to build, to build and run the tests, and to build the benchmarks.
 build_packages=(cmake g++ ninja-build)
-test_packages=("${build_packages[@]}" binutils libeigen3-dev libgtest-dev locales python3 skkdic strace)
+test_packages=("${build_packages[@]}" binutils libeigen3-dev libgtest-dev locales python3 strace)
 benchmark_packages=("${build_packages[@]}" libbenchmark-dev libeigen3-dev libglm-dev)
 
 # Prints what the script is at.

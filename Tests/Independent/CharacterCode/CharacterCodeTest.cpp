@@ -1,4 +1,5 @@
 #include "Independent/CharacterCode/CharacterCode.h"
+#include "Support/Heap.h"
 
 #include <gtest/gtest.h>
 
@@ -93,6 +94,20 @@ void ExpectEveryDirection(const SForms& forms)
     EXPECT_EQ(Converted(forms.utf16), ToUTF16(forms.sjis));
     EXPECT_EQ(Converted(forms.sjis), FromUTF8(forms.utf8));
     EXPECT_EQ(Converted(forms.sjis), FromUTF16(forms.utf16));
+}
+
+/// What the allocator may add to a block: a header and pages of a size that the sanitizers choose.
+constexpr std::size_t AllocatorBytes = 128 * 1024;
+
+/// The most memory that a conversion has of its own while it runs, with its result.
+template <typename Output, typename Input>
+std::size_t PeakBytes(bool (*convert)(Output&, const Input&), const Input& input)
+{
+    const std::size_t before = testsupport::GetLiveBytes();
+    testsupport::ResetPeak();
+    Output output;
+    convert(output, input);
+    return testsupport::GetPeakBytes() - before;
 }
 
 constexpr bool IsWideCharacter32Bits = sizeof(wchar_t) == 4;
@@ -217,6 +232,51 @@ TEST(CharacterCode, HiraganaIsTwoBytes)
 TEST(CharacterCode, TrailByteMayBeABackslash)
 {
     ExpectEveryDirection({"\x95\x5C", "\xE8\xA1\xA8", L"\x8868"});
+}
+
+TEST(CharacterCode, AFailureIsRememberedWhenWhatFollowsConverts)
+{
+    EXPECT_EQ(Failed("*\xE3\x81\x82"), ToUTF8("\x82\xF2\x82\xA0"));
+    EXPECT_EQ(Failed(L"*\x3042"), ToUTF16("\x82\xF2\x82\xA0"));
+    EXPECT_EQ(Failed("*\x82\xA0"), FromUTF8("\xC2\xA5\xE3\x81\x82"));
+    EXPECT_EQ(Failed("*\x82\xA0"), FromUTF16(L"\x00A5\x3042"));
+}
+
+TEST(CharacterCode, FindsTheOneOtherCharacterInALongRunOfLetters)
+{
+    const std::string letters(50, 'a');
+    for (std::size_t position = 0; position < letters.size(); ++position)
+    {
+        std::string sjis = letters;
+        std::string utf8 = letters;
+        std::wstring utf16(letters.begin(), letters.end());
+        sjis.replace(position, 1, "\xB1");
+        utf8.replace(position, 1, "\xEF\xBD\xB1");
+        utf16[position] = L'\xFF71';
+        ExpectEveryDirection({sjis.c_str(), utf8.c_str(), utf16.c_str()});
+
+        sjis.replace(position, 1, "\x7F");
+        utf16[position] = L'\x7F';
+        EXPECT_FALSE(ToUTF8(sjis).isAllConverted);
+        EXPECT_FALSE(FromUTF8(sjis).isAllConverted);
+        EXPECT_FALSE(ToUTF16(sjis).isAllConverted);
+        EXPECT_FALSE(FromUTF16(utf16).isAllConverted);
+    }
+}
+
+// Memory
+
+TEST(CharacterCode, TakesNoMoreMemoryThanTheLargestResultOfSuchAnInput)
+{
+    const std::string katakana(1000000, '\xB1');
+    EXPECT_LE(PeakBytes(SJISToUTF8, katakana), 3 * katakana.size() + AllocatorBytes);
+    EXPECT_LE(PeakBytes(SJISToUTF16, katakana), sizeof(wchar_t) * katakana.size() + AllocatorBytes);
+
+    const std::string letters(1000000, 'a');
+    EXPECT_LE(PeakBytes(SJISToUTF8, letters), 3 * letters.size() + AllocatorBytes);
+    EXPECT_LE(PeakBytes(UTF8ToSJIS, letters), letters.size() + AllocatorBytes);
+    EXPECT_LE(
+        PeakBytes(UTF16ToSJIS, std::wstring(1000000, L'\x3042')), 2 * 1000000 + AllocatorBytes);
 }
 
 // Shift_JIS input

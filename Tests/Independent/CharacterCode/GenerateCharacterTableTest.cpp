@@ -1,4 +1,4 @@
-// The script that writes the tables.
+// The script that writes the table.
 
 #include "Support/CTemporaryFolder.h"
 #include "Support/RunProgram.h"
@@ -16,8 +16,8 @@ namespace
 {
 
 const std::string SourceFolder = ZEK_SOURCE_DIR;
-const std::string TablesFolder = "Source/Independent/CharacterCode/";
-const std::string Script = "Scripts/generate-character-tables.py";
+const std::string TableFolder = "Source/Independent/CharacterCode/";
+const std::string Script = "Scripts/generate-character-table.py";
 const std::string Charmap = "/usr/share/i18n/charmaps/WINDOWS-31J.gz";
 
 std::string ReadFile(const std::string& path)
@@ -27,7 +27,7 @@ std::string ReadFile(const std::string& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-class GenerateCharacterTables : public testing::Test
+class GenerateCharacterTable : public testing::Test
 {
 protected:
     void SetUp() override
@@ -48,7 +48,7 @@ protected:
     void CopyScript()
     {
         m_Folder.Write(Script, ReadFile(SourceFolder + "/" + Script));
-        m_Folder.MakeFolder(TablesFolder);
+        m_Folder.MakeFolder(TableFolder);
     }
 
     /// The character map with one text put for another.
@@ -66,8 +66,8 @@ protected:
     {
         const SProgramResult result = RunScript(m_Folder.GetPath(), {"--charmap", charmap});
         EXPECT_EQ(1, result.exitStatus);
-        EXPECT_EQ("generate-character-tables: " + message + "\n", result.errors);
-        EXPECT_TRUE(std::filesystem::is_empty(m_Folder.GetPath(TablesFolder)));
+        EXPECT_EQ("generate-character-table: " + message + "\n", result.errors);
+        EXPECT_TRUE(std::filesystem::is_empty(m_Folder.GetPath(TableFolder)));
     }
 
     CTemporaryFolder m_Folder;
@@ -75,38 +75,38 @@ protected:
 
 } // namespace
 
-TEST_F(GenerateCharacterTables, CommittedTablesAreAsGenerated)
+TEST_F(GenerateCharacterTable, CommittedTableIsAsGenerated)
 {
     const SProgramResult result = RunScript(SourceFolder, {"--check"});
     EXPECT_EQ(0, result.exitStatus) << result.errors;
 }
 
-TEST_F(GenerateCharacterTables, CheckNamesAChangedTable)
+TEST_F(GenerateCharacterTable, CheckFailsForAChangedTable)
 {
     CopyScript();
     ASSERT_EQ(0, RunScript(m_Folder.GetPath(), {}).exitStatus);
     ASSERT_EQ(0, RunScript(m_Folder.GetPath(), {"--check"}).exitStatus);
 
-    const std::string name = TablesFolder + "ShiftJISTables.cpp";
+    const std::string name = TableFolder + "ShiftJISTable.h";
     m_Folder.Write(name, ReadFile(m_Folder.GetPath(name)) + "\n");
     const SProgramResult result = RunScript(m_Folder.GetPath(), {"--check"});
     EXPECT_EQ(1, result.exitStatus);
-    EXPECT_EQ("generate-character-tables: not as generated: ShiftJISTables.cpp\n", result.errors);
+    EXPECT_EQ("generate-character-table: not as generated: ShiftJISTable.h\n", result.errors);
 }
 
-TEST_F(GenerateCharacterTables, RefusesAMapWithAHole)
+TEST_F(GenerateCharacterTable, RefusesAMapWithAHole)
 {
     CopyScript();
     ExpectRefusal(MakeChangedCharmap("<U4E00> ", "% "), "code ranges: 106, expected 105");
 }
 
-TEST_F(GenerateCharacterTables, RefusesAMapWithoutTheLastCode)
+TEST_F(GenerateCharacterTable, RefusesAMapWithoutTheLastCode)
 {
     CopyScript();
     ExpectRefusal(MakeChangedCharmap("<U9ED1>     /xfc/x4b", "%"), "codes: 7483, expected 7484");
 }
 
-TEST_F(GenerateCharacterTables, RefusesAMapThatIsNotMicrosofts)
+TEST_F(GenerateCharacterTable, RefusesAMapThatIsNotMicrosofts)
 {
     CopyScript();
     ExpectRefusal(
@@ -114,7 +114,7 @@ TEST_F(GenerateCharacterTables, RefusesAMapThatIsNotMicrosofts)
         "character of 8160: 12316, expected 65374");
 }
 
-TEST_F(GenerateCharacterTables, NamesThePackageOfAMissingMap)
+TEST_F(GenerateCharacterTable, NamesThePackageOfAMissingMap)
 {
     CopyScript();
     ExpectRefusal("missing.gz", "missing.gz is missing (package locales)");
