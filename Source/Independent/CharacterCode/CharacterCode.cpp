@@ -1,12 +1,12 @@
 #include "Independent/CharacterCode/CharacterCode.h"
 
-#include "Independent/CharacterCode/DerivedTables.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <new>
+
+#include "Independent/CharacterCode/DerivedTables.h"
 
 namespace charactercode
 {

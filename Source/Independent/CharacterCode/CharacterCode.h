@@ -14,6 +14,10 @@
 /// and the function returns false. Control bytes below 0x20 are copied. The output is cleared
 /// first, so an empty input leaves it empty and succeeds, and input and output must be two strings:
 /// the same string passed as both is an empty input. Narrow output ends before the first NUL.
+///
+/// The output is given room for the largest result of any input of that length, and a conversion
+/// takes no other memory: three bytes for each byte from Shift_JIS to UTF-8, two for each wide
+/// character to Shift_JIS, a wide character or a byte for each byte otherwise.
 namespace charactercode
 {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Independent/CharacterCode/ShiftJISTable.h"
-
 #include <array>
 #include <cstdint>
+
+#include "Independent/CharacterCode/ShiftJISTable.h"
 
 /// What the compiler works out from the code ranges and the characters of the covered codes.
 namespace charactercode
@@ -13,7 +13,7 @@ namespace charactercode
 constexpr int NotCovered = -1;
 
 /// Returns the index of a Shift_JIS code, or NotCovered: its place in the code ranges laid end to
-/// end. Only the compiler calls it.
+/// end. Called for g_DerivedTables while compiling.
 constexpr int CalcShiftJISIndex(int code)
 {
     int total = 0;

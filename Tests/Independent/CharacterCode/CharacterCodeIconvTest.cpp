@@ -1,13 +1,13 @@
 // Every code and code point, and random bytes, against the system's iconv(3).
 
-#include "Independent/CharacterCode/CCodePage932.h"
-#include "Independent/CharacterCode/CharacterCode.h"
-
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <random>
 #include <string>
+
+#include <gtest/gtest.h>
+
+#include "Independent/CharacterCode/CCodePage932.h"
+#include "Independent/CharacterCode/CharacterCode.h"
 
 using namespace charactercode;
 

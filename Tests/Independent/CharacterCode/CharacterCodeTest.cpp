@@ -1,9 +1,10 @@
 #include "Independent/CharacterCode/CharacterCode.h"
-#include "Support/Heap.h"
+
+#include <string>
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include "Support/Heap.h"
 
 using namespace charactercode;
 using namespace std::string_literals;
@@ -494,6 +495,11 @@ TEST(UTF16ToSJIS, DeleteYenSignAndOverlineHaveNoCode)
     EXPECT_EQ(Failed("*"), FromUTF16({Wide(0x7F)}));
     EXPECT_EQ(Failed("*"), FromUTF16({Wide(0xA5)}));
     EXPECT_EQ(Failed("*"), FromUTF16({Wide(0x203E)}));
+}
+
+TEST(UTF16ToSJIS, ARowOfDeletesGivesAStarEach)
+{
+    EXPECT_EQ(Failed("********"), FromUTF16(std::wstring(8, L'\x7F')));
 }
 
 TEST(UTF16ToSJIS, SurrogatePairGivesTwoStars)

@@ -2,11 +2,12 @@
 // characters are right, the conversions show.
 
 #include "Independent/CharacterCode/DerivedTables.h"
-#include "Independent/CharacterCode/CCodePage932.h"
+
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include "Independent/CharacterCode/CCodePage932.h"
 
 using namespace charactercode;
 

@@ -1,14 +1,14 @@
 // The script that writes the table.
 
-#include "Support/CTemporaryFolder.h"
-#include "Support/RunProgram.h"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include <gtest/gtest.h>
+
+#include "Support/CTemporaryFolder.h"
+#include "Support/RunProgram.h"
 
 using namespace testsupport;
 
