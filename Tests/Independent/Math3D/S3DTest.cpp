@@ -542,6 +542,21 @@ TEST(S3DCalcRotateAxisAndAngle, RightAngleGivesTheNormalisedCrossProduct)
     EXPECT_FLOAT_EQ(Pi / 2.0f, angle);
 }
 
+TEST(S3DCalcRotateAxisAndAngle, AxisMayBeWrittenOverAnInput)
+{
+    const S3D from(1.0f, 0.0f, 0.0f);
+    const S3D to(0.6f, 0.8f, 0.0f);
+    float angle = 0.0f;
+    S3D axis = from;
+    EXPECT_TRUE(S3D::CalcRotateAxisAndAngle(axis, angle, axis, to));
+    EXPECT_SAME_BITS(S3D(0.0f, 0.0f, 1.0f), axis);
+    EXPECT_SAME_BITS(std::acos(0.6f), angle);
+    axis = to;
+    EXPECT_TRUE(S3D::CalcRotateAxisAndAngle(axis, angle, from, axis));
+    EXPECT_SAME_BITS(S3D(0.0f, 0.0f, 1.0f), axis);
+    EXPECT_SAME_BITS(std::acos(0.6f), angle);
+}
+
 TEST(S3DCalcRotateAxisAndAngle, DotProductAboveOneGivesFalseWithTheAxisWritten)
 {
     S3D axis(7.0f, 7.0f, 7.0f);

@@ -714,6 +714,20 @@ TEST(SPlane, TriangleAgreesWithBarycentricCoordinates)
     EXPECT_GT(outcomes[1], RandomCases / 2);
 }
 
+TEST(SPlane, TriangleTooSmallForANormalContainsEveryPointBesideIt)
+{
+    // The lengths of the edges' normals underflow, and so the normals are zero.
+    const float edge = 1e-12f;
+    const S3D p1(0.0f, 0.0f, edge);
+    const S3D p2(edge, 0.0f, 0.0f);
+    const S3D normal(0.0f, 1.0f, 0.0f);
+    EXPECT_TRUE(SPlane::PointTriangleSide(S3D(), p1, p2, S3D(edge, 0.0f, edge), normal));
+    EXPECT_TRUE(SPlane::PointTriangleSide(S3D(), p1, p2, S3D(-edge, 0.0f, -edge), normal));
+    // Far from it they are not.
+    EXPECT_FALSE(SPlane::PointTriangleSide(S3D(), p1, p2, S3D(1.0f, 0.0f, 1.0f), normal));
+    EXPECT_FALSE(SPlane::PointTriangleSide(S3D(), p1, p2, S3D(-1.0f, 0.0f, -1.0f), normal));
+}
+
 // PointPolygonSide
 
 TEST(SPlane, QuadrilateralContainsAPointInside)
@@ -808,6 +822,36 @@ TEST(SPlane, QuadrilateralExcludesAPointBeyondASlantedEdgeInsideTheBox)
                 S3D(0.0f, 0.0f, -1.0f), S3D(x, 0.0f, z), S3D(0.0f, 1.0f, 0.0f)))
                 << x << ' ' << z;
     }
+}
+
+TEST(SPlane, QuadrilateralTooSmallForANormalContainsAllOfItsBox)
+{
+    // A square on its corner. The lengths of the edges' normals underflow.
+    const float half = 1e-12f;
+    const S3D p0(-half, 0.0f, 0.0f);
+    const S3D p1(0.0f, 0.0f, half);
+    const S3D p2(half, 0.0f, 0.0f);
+    const S3D p3(0.0f, 0.0f, -half);
+    const S3D normal(0.0f, 1.0f, 0.0f);
+    for (const float x : {-half, half})
+    {
+        for (const float z : {-half, half})
+        {
+            EXPECT_TRUE(SPlane::PointPolygonSide(p0, p1, p2, p3, S3D(x, 0.0f, z), normal));
+            EXPECT_FALSE(SPlane::PointPolygonSide(p0, p1, p2, p3, S3D(x, 0.0f, 2 * z), normal));
+        }
+    }
+}
+
+TEST(SPlane, QuadrilateralsBoxExcludesAPointWithNaN)
+{
+    // No normal, so that the edges exclude nothing and the box alone decides.
+    for (const S3D& point :
+         {S3D(NaN, 0.0f, 1.0f), S3D(1.0f, NaN, 1.0f), S3D(1.0f, 0.0f, NaN), S3D(NaN, NaN, NaN)})
+        EXPECT_FALSE(SPlane::PointPolygonSide(
+            S3D(0.0f, 0.0f, 0.0f), S3D(0.0f, 0.0f, 4.0f), S3D(4.0f, 0.0f, 4.0f),
+            S3D(4.0f, 0.0f, 0.0f), point, S3D()))
+            << PrintInput(point);
 }
 
 TEST(SPlane, ConvexQuadrilateralAgreesWithBarycentricCoordinates)
@@ -961,6 +1005,23 @@ TEST(SPlane, CalcCenterGravityFollowsCramersRuleToTheBit)
         ASSERT_EQ(u, k * S3D::DotProduct(bc, p)) << PrintInput(a, b, c, p);
         ASSERT_EQ(v, k * S3D::DotProduct(ca, p)) << PrintInput(a, b, c, p);
         ASSERT_EQ(w, k * S3D::DotProduct(ab, p)) << PrintInput(a, b, c, p);
+    }
+}
+
+TEST(SPlane, CalcCenterGravityMayWriteToTheComponentsOfItsInputs)
+{
+    const S3D a(2.0f, 1.0f, 0.5f);
+    const S3D b(0.0f, 4.0f, 1.0f);
+    const S3D c(3.0f, 0.0f, 8.0f);
+    const S3D p(1.0f, 1.5f, 2.5f);
+    S3D expected;
+    SPlane::CalcCenterGravity(a, b, c, p, expected.x, expected.y, expected.z);
+    for (std::size_t input = 0; input < 4; ++input)
+    {
+        std::array<S3D, 4> inputs = {a, b, c, p};
+        S3D& out = inputs[input];
+        SPlane::CalcCenterGravity(inputs[0], inputs[1], inputs[2], inputs[3], out.x, out.y, out.z);
+        EXPECT_SAME_BITS(expected, out) << input;
     }
 }
 
