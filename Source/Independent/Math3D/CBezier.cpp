@@ -20,7 +20,7 @@ float Factorial(int n)
 
 } // namespace
 
-float CBezier::Bernstein(int i, int n, float t)
+float CBezier::Bernstein(int i, int n, float t) noexcept
 {
     const int rest = WrappingSubtract(n, i);
     const float coefficient = Factorial(n) / (Factorial(i) * Factorial(rest));
@@ -28,7 +28,7 @@ float CBezier::Bernstein(int i, int n, float t)
            std::pow(1.0f - t, static_cast<float>(rest));
 }
 
-S2D CBezier::CalcBezier(const std::array<S2D, 4>& points, float t)
+S2D CBezier::CalcBezier(const std::array<S2D, 4>& points, float t) noexcept
 {
     S2D sum;
     for (int i = 0; i <= 3; ++i)

@@ -1,19 +1,11 @@
 #include "Independent/Math3D/CBoundingBox.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace math3d
 {
 
-void CBoundingBox::Clear()
-{
-    constexpr float largest = std::numeric_limits<float>::max();
-    m_MinX = m_MinY = m_MinZ = largest;
-    m_MaxX = m_MaxY = m_MaxZ = -largest;
-}
-
-void CBoundingBox::Insert(const S3D& point)
+void CBoundingBox::Insert(const S3D& point) noexcept
 {
     m_MinX = std::min(m_MinX, point.x);
     m_MaxX = std::max(m_MaxX, point.x);
@@ -23,14 +15,14 @@ void CBoundingBox::Insert(const S3D& point)
     m_MaxZ = std::max(m_MaxZ, point.z);
 }
 
-void CBoundingBox::InsertSphere(const S3D& center, float radius)
+void CBoundingBox::InsertSphere(const S3D& center, float radius) noexcept
 {
     const S3D extent(radius, radius, radius);
     Insert(center - extent);
     Insert(center + extent);
 }
 
-void CBoundingBox::InsertBoundingBox(const CBoundingBox& other)
+void CBoundingBox::InsertBoundingBox(const CBoundingBox& other) noexcept
 {
     m_MinX = std::min(m_MinX, other.m_MinX);
     m_MaxX = std::max(m_MaxX, other.m_MaxX);
@@ -40,28 +32,28 @@ void CBoundingBox::InsertBoundingBox(const CBoundingBox& other)
     m_MaxZ = std::max(m_MaxZ, other.m_MaxZ);
 }
 
-S3D CBoundingBox::GetCenter() const
+S3D CBoundingBox::GetCenter() const noexcept
 {
     return S3D((m_MinX + m_MaxX) * 0.5f, (m_MinY + m_MaxY) * 0.5f, (m_MinZ + m_MaxZ) * 0.5f);
 }
 
-S3D CBoundingBox::GetSize() const
+S3D CBoundingBox::GetSize() const noexcept
 {
     return S3D(m_MaxX - m_MinX, m_MaxY - m_MinY, m_MaxZ - m_MinZ);
 }
 
-float CBoundingBox::GetMaxLength() const
+float CBoundingBox::GetMaxLength() const noexcept
 {
     const S3D size = GetSize();
     return std::max({size.x, size.y, size.z});
 }
 
-float CBoundingBox::GetRadius() const
+float CBoundingBox::GetRadius() const noexcept
 {
     return GetSize().Length() * 0.5f;
 }
 
-bool CBoundingBox::IsIn(const S3D& point) const
+bool CBoundingBox::IsIn(const S3D& point) const noexcept
 {
     return m_MinX <= point.x && point.x <= m_MaxX && m_MinY <= point.y && point.y <= m_MaxY &&
            m_MinZ <= point.z && point.z <= m_MaxZ;

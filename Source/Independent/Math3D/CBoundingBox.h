@@ -2,6 +2,8 @@
 
 #include "Independent/Math3D/S3D.h"
 
+#include <limits>
+
 namespace math3d
 {
 
@@ -10,65 +12,71 @@ class CBoundingBox
 {
 public:
     /// The empty box; see Clear.
-    CBoundingBox() { Clear(); }
+    constexpr CBoundingBox() = default;
 
-    /// Virtual, so that other types may derive from this one.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
+    CBoundingBox(const CBoundingBox& other) = default;
+    CBoundingBox(CBoundingBox&& other) = default;
+    CBoundingBox& operator=(const CBoundingBox& other) = default;
+    CBoundingBox& operator=(CBoundingBox&& other) = default;
     virtual ~CBoundingBox() = default;
 
     /// Empties the box: every minimum becomes the largest finite float and every maximum its
     /// negative, so that the first insertion sets all six. An empty box contains no point; its size
     /// is -infinity on each axis.
-    void Clear();
+    void Clear() noexcept { *this = CBoundingBox(); }
 
     /// Widens the box to include a point.
-    void Insert(const S3D& point);
+    void Insert(const S3D& point) noexcept;
 
     /// Widens the box to include the cube around a sphere.
-    void InsertSphere(const S3D& center, float radius);
+    void InsertSphere(const S3D& center, float radius) noexcept;
 
     /// Widens the box to include another box. An empty one changes nothing.
-    void InsertBoundingBox(const CBoundingBox& other);
+    void InsertBoundingBox(const CBoundingBox& other) noexcept;
 
     /// The middle of the box.
-    S3D GetCenter() const;
+    [[nodiscard]] S3D GetCenter() const noexcept;
 
     /// The lengths of the box along the three axes.
-    S3D GetSize() const;
+    [[nodiscard]] S3D GetSize() const noexcept;
 
     /// The largest of the three lengths.
-    float GetMaxLength() const;
+    [[nodiscard]] float GetMaxLength() const noexcept;
 
     /// The radius of the sphere around the box: half the length of its diagonal.
-    float GetRadius() const;
+    [[nodiscard]] float GetRadius() const noexcept;
 
     /// True when the point lies in the box or on its surface.
-    bool IsIn(const S3D& point) const;
+    [[nodiscard]] bool IsIn(const S3D& point) const noexcept;
 
     /// The smallest x.
-    float GetMinX() const { return m_MinX; }
+    [[nodiscard]] float GetMinX() const noexcept { return m_MinX; }
 
     /// The largest x.
-    float GetMaxX() const { return m_MaxX; }
+    [[nodiscard]] float GetMaxX() const noexcept { return m_MaxX; }
 
     /// The smallest y.
-    float GetMinY() const { return m_MinY; }
+    [[nodiscard]] float GetMinY() const noexcept { return m_MinY; }
 
     /// The largest y.
-    float GetMaxY() const { return m_MaxY; }
+    [[nodiscard]] float GetMaxY() const noexcept { return m_MaxY; }
 
     /// The smallest z.
-    float GetMinZ() const { return m_MinZ; }
+    [[nodiscard]] float GetMinZ() const noexcept { return m_MinZ; }
 
     /// The largest z.
-    float GetMaxZ() const { return m_MaxZ; }
+    [[nodiscard]] float GetMaxZ() const noexcept { return m_MaxZ; }
 
 private:
-    float m_MinX;
-    float m_MaxX;
-    float m_MinY;
-    float m_MaxY;
-    float m_MinZ;
-    float m_MaxZ;
+    static constexpr float Largest = std::numeric_limits<float>::max();
+
+    float m_MinX = Largest;
+    float m_MaxX = -Largest;
+    float m_MinY = Largest;
+    float m_MaxY = -Largest;
+    float m_MinZ = Largest;
+    float m_MaxZ = -Largest;
 };
 
 } // namespace math3d

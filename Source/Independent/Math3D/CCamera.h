@@ -13,70 +13,95 @@ class CCamera
 {
 public:
     /// At (0, 0, 0), looking along +z.
-    CCamera() = default;
+    constexpr CCamera() = default;
 
-    /// Virtual, so that other types may derive from this one.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
+    CCamera(const CCamera& other) = default;
+    CCamera(CCamera&& other) = default;
+    CCamera& operator=(const CCamera& other) = default;
+    CCamera& operator=(CCamera&& other) = default;
     virtual ~CCamera() = default;
 
     /// Moves the camera to (x, y, z).
-    void SetPos(float x, float y, float z) { m_Pos = S3D(x, y, z); }
+    void SetPos(float x, float y, float z) noexcept { m_Pos = S3D(x, y, z); }
 
     /// Moves the camera to a position.
-    void SetPos(const S3D& pos) { m_Pos = pos; }
+    void SetPos(const S3D& pos) noexcept { m_Pos = pos; }
 
     /// The position.
-    S3D GetPos() const { return m_Pos; }
+    [[nodiscard]] S3D GetPos() const noexcept { return m_Pos; }
 
     /// The position's x.
-    float GetX() const { return m_Pos.x; }
+    [[nodiscard]] float GetX() const noexcept { return m_Pos.x; }
 
     /// The position's y.
-    float GetY() const { return m_Pos.y; }
+    [[nodiscard]] float GetY() const noexcept { return m_Pos.y; }
 
     /// The position's z.
-    float GetZ() const { return m_Pos.z; }
+    [[nodiscard]] float GetZ() const noexcept { return m_Pos.z; }
 
     /// Assigns the rotation from camera to world space, a unit quaternion.
-    void SetRotate(const SQuaternion& rotate) { m_Rotate = rotate; }
+    void SetRotate(const SQuaternion& rotate) noexcept { m_Rotate = rotate; }
 
     /// The rotation from camera to world space.
-    SQuaternion GetQuaternion() const { return m_Rotate; }
+    [[nodiscard]] SQuaternion GetQuaternion() const noexcept { return m_Rotate; }
 
     /// Turns back to look along +z.
-    void ResetRotate() { m_Rotate = SQuaternion(); }
+    void ResetRotate() noexcept { m_Rotate = SQuaternion(); }
 
     /// Turns by an angle in degrees about the world's Y axis (heading).
-    void AddAngle(float degrees);
+    void AddAngle(float degrees) noexcept;
 
     /// Turns by an angle in degrees about the camera's own X axis (pitch).
-    void AddAngleP(float degrees);
+    void AddAngleP(float degrees) noexcept;
 
     /// Moves by a distance along the direction of view.
-    void AddForward(float distance) { m_Pos += S3D(0.0f, 0.0f, distance) * GetRotInvMatrix(); }
+    void AddForward(float distance) noexcept
+    {
+        m_Pos += S3D(0.0f, 0.0f, distance) * GetRotInvMatrix();
+    }
 
     /// Moves by a distance along the world's Y axis.
-    void AddY(float distance) { m_Pos.y += distance; }
+    void AddY(float distance) noexcept { m_Pos.y += distance; }
 
     /// The rotation from camera to world space.
-    SMatrix GetRotInvMatrix() const { return m_Rotate.GetMatrix(); }
+    [[nodiscard]] SMatrix GetRotInvMatrix() const noexcept { return m_Rotate.GetMatrix(); }
 
     /// The rotation from world to camera space.
-    SMatrix GetRotMatrix() const { return m_Rotate.GetInverse().GetMatrix(); }
+    [[nodiscard]] SMatrix GetRotMatrix() const noexcept
+    {
+        return m_Rotate.GetInverse().GetMatrix();
+    }
 
     /// The view matrix: from world to camera space.
-    SMatrix GetMatrix() const { return SMatrix::CreateMove(-m_Pos) * GetRotMatrix(); }
+    [[nodiscard]] SMatrix GetMatrix() const noexcept
+    {
+        return SMatrix::CreateMove(-m_Pos) * GetRotMatrix();
+    }
 
     /// The inverse of the view matrix: from camera to world space.
-    SMatrix GetInvMatrix() const { return GetRotInvMatrix() * SMatrix::CreateMove(m_Pos); }
+    [[nodiscard]] SMatrix GetInvMatrix() const noexcept
+    {
+        return GetRotInvMatrix() * SMatrix::CreateMove(m_Pos);
+    }
 
     /// The unit direction of view in world space.
-    S3D GetViewVec() const { return S3D(0.0f, 0.0f, 1.0f) * GetRotInvMatrix(); }
+    [[nodiscard]] S3D GetViewVec() const noexcept
+    {
+        return S3D(0.0f, 0.0f, 1.0f) * GetRotInvMatrix();
+    }
 
     /// The unit direction upward in world space.
-    S3D GetViewUpVec() const { return S3D(0.0f, 1.0f, 0.0f) * GetRotInvMatrix(); }
+    [[nodiscard]] S3D GetViewUpVec() const noexcept
+    {
+        return S3D(0.0f, 1.0f, 0.0f) * GetRotInvMatrix();
+    }
 
     /// The unit direction to the right in world space.
-    S3D GetViewRightVec() const { return S3D(1.0f, 0.0f, 0.0f) * GetRotInvMatrix(); }
+    [[nodiscard]] S3D GetViewRightVec() const noexcept
+    {
+        return S3D(1.0f, 0.0f, 0.0f) * GetRotInvMatrix();
+    }
 
 private:
     S3D m_Pos;

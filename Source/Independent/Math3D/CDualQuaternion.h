@@ -14,49 +14,52 @@ class CDualQuaternion
 {
 public:
     /// The identity: real part (0, 0, 0, 1), dual part (0, 0, 0, 0).
-    CDualQuaternion() : m_Dual(0.0f, 0.0f, 0.0f, 0.0f) {}
+    constexpr CDualQuaternion() noexcept : m_Dual(0.0f, 0.0f, 0.0f, 0.0f) {}
 
     /// The two parts as they are.
-    CDualQuaternion(const SQuaternion& real, const SQuaternion& dual) : m_Real(real), m_Dual(dual)
+    constexpr CDualQuaternion(const SQuaternion& real, const SQuaternion& dual) noexcept
+        : m_Real(real)
+        , m_Dual(dual)
     {
     }
 
     /// The motion that rotates by a unit quaternion, then translates.
-    CDualQuaternion(const SQuaternion& rotation, const S3D& translation)
+    constexpr CDualQuaternion(const SQuaternion& rotation, const S3D& translation) noexcept
         : m_Real(rotation)
         , m_Dual(CreateDualPart(rotation, translation))
     {
     }
 
-    /// Copies both parts.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
     CDualQuaternion(const CDualQuaternion& other) = default;
-
-    /// Copies both parts.
+    CDualQuaternion(CDualQuaternion&& other) = default;
     CDualQuaternion& operator=(const CDualQuaternion& other) = default;
-
-    /// Virtual, so that other types may derive from this one.
+    CDualQuaternion& operator=(CDualQuaternion&& other) = default;
     virtual ~CDualQuaternion() = default;
 
     /// The sum of the real parts with the quaternion product of the dual parts (this one's on the
     /// left). This is not the sum of two dual quaternions, so it does not serve for blending them.
-    CDualQuaternion operator+(const CDualQuaternion& other) const
+    [[nodiscard]] CDualQuaternion operator+(const CDualQuaternion& other) const noexcept
     {
         return CDualQuaternion(m_Real + other.m_Real, m_Dual * other.m_Dual);
     }
 
     /// The product: this motion first, then the other.
-    CDualQuaternion operator*(const CDualQuaternion& other) const
+    [[nodiscard]] CDualQuaternion operator*(const CDualQuaternion& other) const noexcept
     {
         return CDualQuaternion(
             other.m_Real * m_Real, other.m_Real * m_Dual + other.m_Dual * m_Real);
     }
 
     /// Becomes this * other: this motion first, then the other.
-    CDualQuaternion& operator*=(const CDualQuaternion& other) { return *this = *this * other; }
+    CDualQuaternion& operator*=(const CDualQuaternion& other) noexcept
+    {
+        return *this = *this * other;
+    }
 
     /// The inverse motion, for a real part of length 1: conjugate(real) and conjugate(dual) +
     /// conjugate(real) * k with k = -2 * (real . dual), which is 0 for a unit dual quaternion.
-    CDualQuaternion GetInverse() const
+    [[nodiscard]] CDualQuaternion GetInverse() const noexcept
     {
         const float k = -2.0f * (m_Real.x * m_Dual.x + m_Real.y * m_Dual.y + m_Real.z * m_Dual.z +
                                  m_Real.w * m_Dual.w);
@@ -66,7 +69,7 @@ public:
 
     /// The motion as a matrix: the real part's rotation, and the translation 2 * dual *
     /// conjugate(real) in row 3. The real part must have length 1.
-    SMatrix GetMatrix() const
+    [[nodiscard]] SMatrix GetMatrix() const noexcept
     {
         const SMatrix rotation = m_Real.GetMatrix();
         const SQuaternion translation = m_Dual * m_Real.GetInverse() * 2.0f;
@@ -79,13 +82,14 @@ public:
     }
 
     /// A copy of the real part: the rotation.
-    SQuaternion GetRealPart() const { return m_Real; }
+    [[nodiscard]] SQuaternion GetRealPart() const noexcept { return m_Real; }
 
     /// A copy of the dual part.
-    SQuaternion GetDualPart() const { return m_Dual; }
+    [[nodiscard]] SQuaternion GetDualPart() const noexcept { return m_Dual; }
 
 private:
-    static SQuaternion CreateDualPart(const SQuaternion& r, const S3D& t)
+    [[nodiscard]] static constexpr SQuaternion
+    CreateDualPart(const SQuaternion& r, const S3D& t) noexcept
     {
         return SQuaternion(
             0.5f * (t.x * r.w + t.y * r.z - t.z * r.y), 0.5f * (-t.x * r.z + t.y * r.w + t.z * r.x),

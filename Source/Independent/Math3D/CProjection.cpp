@@ -80,7 +80,7 @@ void CProjection::BuildNormalList()
     };
 }
 
-S3D CProjection::GetPosOnNearPlane(int x, int y) const
+S3D CProjection::GetPosOnNearPlane(int x, int y) const noexcept
 {
     const float right = m_Near * (1.0f / m_Matrix.m[0][0]);
     const float top = m_Near * (1.0f / m_Matrix.m[1][1]);
@@ -110,8 +110,8 @@ std::vector<SPlane> CProjection::CalcViewFrustumPlaneList(const CCamera& camera)
     return planes;
 }
 
-SMatrix
-CProjection::CalcFOVMatrix(float left, float right, float top, float bottom, float near, float far)
+SMatrix CProjection::CalcFOVMatrix(
+    float left, float right, float top, float bottom, float near, float far) noexcept
 {
     const double l = TangentOfDegrees(left);
     const double r = TangentOfDegrees(right);

@@ -18,7 +18,12 @@ public:
     /// The identity matrix, sizes and distances 0 and no frustum normals: of no use before Set.
     CProjection() = default;
 
-    /// Virtual, so that other types may derive from this one.
+    /// Copies and moves all members; what was moved from has no frustum normals left. Virtual, so
+    /// that other types may derive from this one.
+    CProjection(const CProjection& other) = default;
+    CProjection(CProjection&& other) = default;
+    CProjection& operator=(const CProjection& other) = default;
+    CProjection& operator=(CProjection&& other) = default;
     virtual ~CProjection() = default;
 
     /// Keeps the screen size in pixels, the clip distances and the field of view in degrees, and
@@ -40,30 +45,30 @@ public:
     void Resize(int width, int height) { Set(width, height, m_Near, m_Far, m_Deg); }
 
     /// The screen's width in pixels.
-    int GetWidth() const { return m_Width; }
+    [[nodiscard]] int GetWidth() const noexcept { return m_Width; }
 
     /// The screen's height in pixels.
-    int GetHeight() const { return m_Height; }
+    [[nodiscard]] int GetHeight() const noexcept { return m_Height; }
 
     /// The near clip distance.
-    float GetNear() const { return m_Near; }
+    [[nodiscard]] float GetNear() const noexcept { return m_Near; }
 
     /// The far clip distance.
-    float GetFar() const { return m_Far; }
+    [[nodiscard]] float GetFar() const noexcept { return m_Far; }
 
     /// The field of view in degrees as it was set; 0 or below for the orthographic form.
-    float GetDeg() const { return m_Deg; }
+    [[nodiscard]] float GetDeg() const noexcept { return m_Deg; }
 
     /// The projection matrix.
-    const SMatrix& GetMatrix() const { return m_Matrix; }
+    [[nodiscard]] const SMatrix& GetMatrix() const noexcept { return m_Matrix; }
 
     /// The unit normals of the frustum's six planes in view space, pointing out of the frustum:
     /// left, right, top, bottom, near, far. Empty before the first Set.
-    const std::vector<S3D>& GetNormalList() const { return m_NormalList; }
+    [[nodiscard]] const std::vector<S3D>& GetNormalList() const noexcept { return m_NormalList; }
 
     /// The view-space point of the near plane under a pixel, by the scales of a perspective matrix.
     /// Pixel (0, 0) is the top-left corner of the screen, (width, height) the bottom-right one.
-    S3D GetPosOnNearPlane(int x, int y) const;
+    [[nodiscard]] S3D GetPosOnNearPlane(int x, int y) const noexcept;
 
     /// The frustum's six planes in world space, as seen by the camera, in the order of
     /// GetNormalList. A point in the frustum is on the negative side of all six. Empty before the
@@ -73,7 +78,7 @@ public:
     /// the orthographic form the side planes meet at the camera, too, so that they agree with the
     /// matrix, whose sides are parallel, only at a depth of 1: nearer, points are left out that are
     /// shown, and farther, points are taken in that are not.
-    std::vector<SPlane> CalcViewFrustumPlaneList(const CCamera& camera) const;
+    [[nodiscard]] std::vector<SPlane> CalcViewFrustumPlaneList(const CCamera& camera) const;
 
     /// The off-centre perspective matrix of a field of view that differs per side, such as a
     /// head-mounted display's. left, right, top and bottom are angles in degrees between the
@@ -83,8 +88,8 @@ public:
     /// m21 = (b - t) / (t + b), and m22, m23 and m32 as in Set. Four equal angles give the matrix
     /// that Set builds for twice the angle on a square screen. Sides that coincide give infinite or
     /// NaN elements.
-    static SMatrix
-    CalcFOVMatrix(float left, float right, float top, float bottom, float near, float far);
+    [[nodiscard]] static SMatrix
+    CalcFOVMatrix(float left, float right, float top, float bottom, float near, float far) noexcept;
 
 private:
     void BuildNormalList();

@@ -3,7 +3,7 @@
 namespace math3d
 {
 
-bool CSphere::IsCollision(const S3D& origin, const S3D& dir) const
+bool CSphere::IsCollision(const S3D& origin, const S3D& dir) const noexcept
 {
     // The roots of |m + t * dir|^2 = radius^2, that is t^2 + 2*b*t + c = 0.
     const S3D m = origin - m_Pos;

@@ -12,39 +12,43 @@ class CTransform
 {
 public:
     /// The identity: scale (1, 1, 1), no rotation, position (0, 0, 0).
-    CTransform() = default;
+    constexpr CTransform() = default;
 
     /// The three parts; the rotation must have length 1.
-    CTransform(const S3D& scale, const SQuaternion& rotate, const S3D& pos)
+    constexpr CTransform(const S3D& scale, const SQuaternion& rotate, const S3D& pos) noexcept
         : m_Scale(scale)
         , m_Rotate(rotate)
         , m_Pos(pos)
     {
     }
 
-    /// Virtual, so that other types may derive from this one.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
+    CTransform(const CTransform& other) = default;
+    CTransform(CTransform&& other) = default;
+    CTransform& operator=(const CTransform& other) = default;
+    CTransform& operator=(CTransform&& other) = default;
     virtual ~CTransform() = default;
 
     /// Assigns the scale, a factor per axis.
-    void SetScale(const S3D& scale) { m_Scale = scale; }
+    void SetScale(const S3D& scale) noexcept { m_Scale = scale; }
 
     /// The scale, a factor per axis.
-    S3D GetScale() const { return m_Scale; }
+    [[nodiscard]] S3D GetScale() const noexcept { return m_Scale; }
 
     /// Assigns the rotation, a unit quaternion.
-    void SetRotate(const SQuaternion& rotate) { m_Rotate = rotate; }
+    void SetRotate(const SQuaternion& rotate) noexcept { m_Rotate = rotate; }
 
     /// The rotation.
-    SQuaternion GetRotate() const { return m_Rotate; }
+    [[nodiscard]] SQuaternion GetRotate() const noexcept { return m_Rotate; }
 
     /// Assigns the position.
-    void SetPos(const S3D& pos) { m_Pos = pos; }
+    void SetPos(const S3D& pos) noexcept { m_Pos = pos; }
 
     /// The position.
-    S3D GetPos() const { return m_Pos; }
+    [[nodiscard]] S3D GetPos() const noexcept { return m_Pos; }
 
     /// The matrix that scales first, then rotates, then translates.
-    SMatrix GetMatrix() const
+    [[nodiscard]] SMatrix GetMatrix() const noexcept
     {
         return SMatrix::CreateScale(m_Scale) * m_Rotate.GetMatrix() * SMatrix::CreateMove(m_Pos);
     }

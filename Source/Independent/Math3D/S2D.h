@@ -14,37 +14,47 @@ struct S2D
     float y = 0.0f;
 
     /// (0, 0).
-    S2D() = default;
+    constexpr S2D() = default;
 
     /// (newX, newY).
-    S2D(float newX, float newY) : x(newX), y(newY) {}
+    constexpr S2D(float newX, float newY) noexcept : x(newX), y(newY) {}
 
-    /// Copies both components.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
     S2D(const S2D& other) = default;
-
-    /// Copies both components.
+    S2D(S2D&& other) = default;
     S2D& operator=(const S2D& other) = default;
-
-    /// Virtual, so that other types may derive from this one.
+    S2D& operator=(S2D&& other) = default;
     virtual ~S2D() = default;
 
     /// The sum, component by component.
-    S2D operator+(const S2D& other) const { return S2D(x + other.x, y + other.y); }
+    [[nodiscard]] S2D operator+(const S2D& other) const noexcept
+    {
+        return S2D(x + other.x, y + other.y);
+    }
 
     /// The difference, component by component.
-    S2D operator-(const S2D& other) const { return S2D(x - other.x, y - other.y); }
+    [[nodiscard]] S2D operator-(const S2D& other) const noexcept
+    {
+        return S2D(x - other.x, y - other.y);
+    }
 
     /// The product, component by component.
-    S2D operator*(const S2D& other) const { return S2D(x * other.x, y * other.y); }
+    [[nodiscard]] S2D operator*(const S2D& other) const noexcept
+    {
+        return S2D(x * other.x, y * other.y);
+    }
 
     /// Each component times the factor.
-    S2D operator*(float factor) const { return S2D(x * factor, y * factor); }
+    [[nodiscard]] S2D operator*(float factor) const noexcept { return S2D(x * factor, y * factor); }
 
     /// Each component divided by the divisor. A divisor of 0 gives infinities or NaN.
-    S2D operator/(float divisor) const { return S2D(x / divisor, y / divisor); }
+    [[nodiscard]] S2D operator/(float divisor) const noexcept
+    {
+        return S2D(x / divisor, y / divisor);
+    }
 
     /// Adds component by component.
-    S2D& operator+=(const S2D& other)
+    S2D& operator+=(const S2D& other) noexcept
     {
         x += other.x;
         y += other.y;
@@ -52,18 +62,21 @@ struct S2D
     }
 
     /// True when both components are equal.
-    bool operator==(const S2D& other) const { return x == other.x && y == other.y; }
+    [[nodiscard]] bool operator==(const S2D& other) const noexcept
+    {
+        return x == other.x && y == other.y;
+    }
 
     /// True when any component differs.
-    bool operator!=(const S2D& other) const { return !(*this == other); }
+    [[nodiscard]] bool operator!=(const S2D& other) const noexcept { return !(*this == other); }
 
     /// Each component truncated toward zero. Beyond the range of int it becomes the nearest int,
     /// NaN becomes 0.
-    math3d::S2DI GetS2DI() const;
+    [[nodiscard]] math3d::S2DI GetS2DI() const noexcept;
 
     /// Scales to length 1 in place, by the reciprocal of the length. A vector whose length is
     /// exactly 0 stays.
-    void Normalize()
+    void Normalize() noexcept
     {
         const float length = std::sqrt(x * x + y * y);
         if (length != 0.0f)
@@ -71,7 +84,7 @@ struct S2D
     }
 
     /// The Euclidean distance of two points.
-    static float Distance(const S2D& a, const S2D& b)
+    [[nodiscard]] static float Distance(const S2D& a, const S2D& b) noexcept
     {
         const S2D difference = a - b;
         return std::sqrt(difference.x * difference.x + difference.y * difference.y);

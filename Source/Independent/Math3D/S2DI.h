@@ -15,34 +15,32 @@ struct S2DI
     int y = 0;
 
     /// (0, 0).
-    S2DI() = default;
+    constexpr S2DI() = default;
 
     /// (newX, newY).
-    S2DI(int newX, int newY) : x(newX), y(newY) {}
+    constexpr S2DI(int newX, int newY) noexcept : x(newX), y(newY) {}
 
-    /// Copies both components.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
     S2DI(const S2DI& other) = default;
-
-    /// Copies both components.
+    S2DI(S2DI&& other) = default;
     S2DI& operator=(const S2DI& other) = default;
-
-    /// Virtual, so that other types may derive from this one.
+    S2DI& operator=(S2DI&& other) = default;
     virtual ~S2DI() = default;
 
     /// The sum, component by component.
-    S2DI operator+(const S2DI& other) const
+    [[nodiscard]] S2DI operator+(const S2DI& other) const noexcept
     {
         return S2DI(WrappingAdd(x, other.x), WrappingAdd(y, other.y));
     }
 
     /// The difference, component by component.
-    S2DI operator-(const S2DI& other) const
+    [[nodiscard]] S2DI operator-(const S2DI& other) const noexcept
     {
         return S2DI(WrappingSubtract(x, other.x), WrappingSubtract(y, other.y));
     }
 
     /// Each component times the factor.
-    S2DI operator*(int factor) const
+    [[nodiscard]] S2DI operator*(int factor) const noexcept
     {
         return S2DI(WrappingMultiply(x, factor), WrappingMultiply(y, factor));
     }
@@ -50,14 +48,14 @@ struct S2DI
     /// Each component divided by the divisor and truncated toward zero. A divisor of 0 is the
     /// caller's error: it is not checked and may end the program. The smallest int divided by -1
     /// wraps around to itself.
-    S2DI operator/(int divisor) const
+    [[nodiscard]] S2DI operator/(int divisor) const noexcept
     {
         return S2DI(WrappingDivide(x, divisor), WrappingDivide(y, divisor));
     }
 
     /// Each component converted to float, divided, and truncated toward zero. A quotient beyond the
     /// range of int becomes the nearest int, NaN (0 divided by 0) becomes 0.
-    S2DI operator/(float divisor) const
+    [[nodiscard]] S2DI operator/(float divisor) const noexcept
     {
         return S2DI(
             TruncateToInt(static_cast<float>(x) / divisor),
@@ -65,24 +63,30 @@ struct S2DI
     }
 
     /// Adds component by component.
-    S2DI& operator+=(const S2DI& other) { return *this = *this + other; }
+    S2DI& operator+=(const S2DI& other) noexcept { return *this = *this + other; }
 
     /// True when both components are equal.
-    bool operator==(const S2DI& other) const { return x == other.x && y == other.y; }
+    [[nodiscard]] bool operator==(const S2DI& other) const noexcept
+    {
+        return x == other.x && y == other.y;
+    }
 
     /// True when any component differs.
-    bool operator!=(const S2DI& other) const { return !(*this == other); }
+    [[nodiscard]] bool operator!=(const S2DI& other) const noexcept { return !(*this == other); }
 
     /// Both components converted to float; above 2^24 the nearest float.
-    S2D GetS2D() const { return S2D(static_cast<float>(x), static_cast<float>(y)); }
+    [[nodiscard]] S2D GetS2D() const noexcept
+    {
+        return S2D(static_cast<float>(x), static_cast<float>(y));
+    }
 
     /// Assigns both components.
-    void Set(int newX, int newY) { *this = S2DI(newX, newY); }
+    void Set(int newX, int newY) noexcept { *this = S2DI(newX, newY); }
 
     /// The Euclidean distance of two points. dx * dx + dy * dy is summed up in 32-bit ints, so the
     /// result is right up to a distance of 46340; beyond, the sum wraps around (NaN when it comes
     /// out negative).
-    static float Distance(const S2DI& a, const S2DI& b)
+    [[nodiscard]] static float Distance(const S2DI& a, const S2DI& b) noexcept
     {
         const S2DI difference = a - b;
         return std::sqrt(static_cast<float>(WrappingAdd(
@@ -93,7 +97,7 @@ struct S2DI
 
 } // namespace math3d
 
-inline math3d::S2DI S2D::GetS2DI() const
+inline math3d::S2DI S2D::GetS2DI() const noexcept
 {
     return math3d::S2DI(math3d::TruncateToInt(x), math3d::TruncateToInt(y));
 }

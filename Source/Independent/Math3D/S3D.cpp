@@ -10,7 +10,7 @@
 #pragma clang diagnostic ignored "-Wstring-conversion"
 #endif
 
-float S3D::operator[](unsigned long index) const
+float S3D::operator[](unsigned long index) const noexcept
 {
     switch (index)
     {
@@ -26,7 +26,7 @@ float S3D::operator[](unsigned long index) const
     }
 }
 
-bool S3D::CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const S3D& to)
+bool S3D::CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const S3D& to) noexcept
 {
     constexpr float smallestAngle = 1e-6f;
 

@@ -7,8 +7,7 @@
 struct SMatrix;
 
 /// A vector, point or scale of three floats. Comparisons are exact; no function uses an epsilon
-/// unless it says so. The members that take a matrix need SMatrix.h, where the conventions of
-/// matrices stand.
+/// unless it says so. The conventions of matrices stand in SMatrix.h.
 struct S3D
 {
     float x = 0.0f;
@@ -19,19 +18,22 @@ struct S3D
     constexpr S3D() = default;
 
     /// (newX, newY, newZ).
-    constexpr S3D(float newX, float newY, float newZ) : x(newX), y(newY), z(newZ) {}
+    constexpr S3D(float newX, float newY, float newZ) noexcept : x(newX), y(newY), z(newZ) {}
 
     /// True when all three components are equal.
-    constexpr bool operator==(const S3D& other) const
+    [[nodiscard]] constexpr bool operator==(const S3D& other) const noexcept
     {
         return x == other.x && y == other.y && z == other.z;
     }
 
     /// True when any component differs.
-    constexpr bool operator!=(const S3D& other) const { return !(*this == other); }
+    [[nodiscard]] constexpr bool operator!=(const S3D& other) const noexcept
+    {
+        return !(*this == other);
+    }
 
     /// Strict lexicographic order: x decides unless equal, then y, then z.
-    constexpr bool operator<(const S3D& other) const
+    [[nodiscard]] constexpr bool operator<(const S3D& other) const noexcept
     {
         if (x != other.x)
             return x < other.x;
@@ -41,10 +43,13 @@ struct S3D
     }
 
     /// Strict lexicographic order: x decides unless equal, then y, then z.
-    constexpr bool operator>(const S3D& other) const { return other < *this; }
+    [[nodiscard]] constexpr bool operator>(const S3D& other) const noexcept
+    {
+        return other < *this;
+    }
 
     /// Adds component by component.
-    S3D& operator+=(const S3D& other)
+    constexpr S3D& operator+=(const S3D& other) noexcept
     {
         x += other.x;
         y += other.y;
@@ -53,7 +58,7 @@ struct S3D
     }
 
     /// Subtracts component by component.
-    S3D& operator-=(const S3D& other)
+    constexpr S3D& operator-=(const S3D& other) noexcept
     {
         x -= other.x;
         y -= other.y;
@@ -62,7 +67,7 @@ struct S3D
     }
 
     /// Multiplies component by component.
-    S3D& operator*=(const S3D& other)
+    constexpr S3D& operator*=(const S3D& other) noexcept
     {
         x *= other.x;
         y *= other.y;
@@ -71,7 +76,7 @@ struct S3D
     }
 
     /// Multiplies each component by the factor.
-    S3D& operator*=(float factor)
+    constexpr S3D& operator*=(float factor) noexcept
     {
         x *= factor;
         y *= factor;
@@ -81,102 +86,114 @@ struct S3D
 
     /// Multiplies each component by 1 / divisor, which is formed once. The last bit may differ from
     /// that of operator/. A divisor of 0 gives infinities or NaN.
-    S3D& operator/=(float divisor) { return *this *= 1.0f / divisor; }
+    constexpr S3D& operator/=(float divisor) noexcept { return *this *= 1.0f / divisor; }
 
     /// The sum, component by component.
-    constexpr S3D operator+(const S3D& other) const
+    [[nodiscard]] constexpr S3D operator+(const S3D& other) const noexcept
     {
         return S3D(x + other.x, y + other.y, z + other.z);
     }
 
     /// The difference, component by component.
-    constexpr S3D operator-(const S3D& other) const
+    [[nodiscard]] constexpr S3D operator-(const S3D& other) const noexcept
     {
         return S3D(x - other.x, y - other.y, z - other.z);
     }
 
     /// The product, component by component.
-    constexpr S3D operator*(const S3D& other) const
+    [[nodiscard]] constexpr S3D operator*(const S3D& other) const noexcept
     {
         return S3D(x * other.x, y * other.y, z * other.z);
     }
 
     /// Each component times the factor.
-    constexpr S3D operator*(float factor) const { return S3D(x * factor, y * factor, z * factor); }
+    [[nodiscard]] constexpr S3D operator*(float factor) const noexcept
+    {
+        return S3D(x * factor, y * factor, z * factor);
+    }
 
     /// Each component divided by the divisor. A divisor of 0 gives infinities or NaN.
-    constexpr S3D operator/(float divisor) const
+    [[nodiscard]] constexpr S3D operator/(float divisor) const noexcept
     {
         return S3D(x / divisor, y / divisor, z / divisor);
     }
 
     /// (-x, -y, -z).
-    constexpr S3D operator-() const { return S3D(-x, -y, -z); }
+    [[nodiscard]] constexpr S3D operator-() const noexcept { return S3D(-x, -y, -z); }
 
     /// Transforms the point (x, y, z, 1) in place and divides by the resulting w as operator* does,
     /// except that a w of exactly 0 leaves the vector as it was.
-    S3D& operator*=(const SMatrix& matrix);
+    constexpr S3D& operator*=(const SMatrix& matrix) noexcept;
 
     /// The point (x, y, z, 1) times the matrix. The first three components of the result are
     /// multiplied by 1 / w, unless w is exactly 1 or exactly 0.
-    S3D operator*(const SMatrix& matrix) const;
+    [[nodiscard]] inline S3D operator*(const SMatrix& matrix) const noexcept;
 
     /// The direction (x, y, z) times the upper-left 3x3 of the matrix: rotated and scaled, neither
     /// moved nor divided.
-    S3D MulMatrixRot(const SMatrix& matrix) const;
+    [[nodiscard]] constexpr S3D MulMatrixRot(const SMatrix& matrix) const noexcept;
 
     /// x, y, z for the index 0, 1, 2. Any other index fails an assertion in every build type and
     /// ends the program.
-    float operator[](unsigned long index) const;
+    [[nodiscard]] float operator[](unsigned long index) const noexcept;
 
     /// Assigns all three components.
-    void Set(float newX, float newY, float newZ) { *this = S3D(newX, newY, newZ); }
+    constexpr void Set(float newX, float newY, float newZ) noexcept
+    {
+        *this = S3D(newX, newY, newZ);
+    }
 
     /// (x, 0, z): the projection onto the ground plane.
-    constexpr S3D GetXZOnly() const { return S3D(x, 0.0f, z); }
+    [[nodiscard]] constexpr S3D GetXZOnly() const noexcept { return S3D(x, 0.0f, z); }
 
     /// The Euclidean length, sqrt(x*x + y*y + z*z).
-    float Length() const { return std::sqrt(Length2()); }
+    [[nodiscard]] float Length() const noexcept { return std::sqrt(Length2()); }
 
     /// The squared length, x*x + y*y + z*z.
-    constexpr float Length2() const { return x * x + y * y + z * z; }
+    [[nodiscard]] constexpr float Length2() const noexcept { return x * x + y * y + z * z; }
 
     /// The Euclidean distance of two points.
-    static float Distance(const S3D& a, const S3D& b) { return (a - b).Length(); }
+    [[nodiscard]] static float Distance(const S3D& a, const S3D& b) noexcept
+    {
+        return (a - b).Length();
+    }
 
     /// The squared distance of two points.
-    static constexpr float Distance2(const S3D& a, const S3D& b) { return (a - b).Length2(); }
+    [[nodiscard]] static constexpr float Distance2(const S3D& a, const S3D& b) noexcept
+    {
+        return (a - b).Length2();
+    }
 
     /// a - b.
-    static constexpr S3D Sub(const S3D& a, const S3D& b) { return a - b; }
+    [[nodiscard]] static constexpr S3D Sub(const S3D& a, const S3D& b) noexcept { return a - b; }
 
     /// The cross product a x b.
-    static constexpr S3D CrossProduct(const S3D& a, const S3D& b)
+    [[nodiscard]] static constexpr S3D CrossProduct(const S3D& a, const S3D& b) noexcept
     {
         return S3D(a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
     }
 
     /// The dot product a . b.
-    static constexpr float DotProduct(const S3D& a, const S3D& b)
+    [[nodiscard]] static constexpr float DotProduct(const S3D& a, const S3D& b) noexcept
     {
         return a.x * b.x + a.y * b.y + a.z * b.z;
     }
 
     /// (x, y, -z): this position under OpenGL's right-handed axes.
-    constexpr S3D GetOpenGLPos() const { return S3D(x, y, -z); }
+    [[nodiscard]] constexpr S3D GetOpenGLPos() const noexcept { return S3D(x, y, -z); }
 
     /// (x, y, -z): this direction under OpenGL's right-handed axes.
-    constexpr S3D GetOpenGL() const { return GetOpenGLPos(); }
+    [[nodiscard]] constexpr S3D GetOpenGL() const noexcept { return GetOpenGLPos(); }
 
     /// A copy of length 1. A vector whose length is exactly 0 is returned as it is.
-    S3D GetNormalize() const
+    [[nodiscard]] S3D GetNormalize() const noexcept
     {
         const float length = Length();
         return length == 0.0f ? *this : *this * (1.0f / length);
     }
 
     /// Scales to length 1 in place and returns itself. A vector whose length is exactly 0 stays.
-    S3D& Normalize() { return *this = GetNormalize(); }
+    S3D& Normalize() noexcept { return *this = GetNormalize(); }
 
     /// The axis (of length 1) and the angle (radians, 0 to pi) that turn one unit vector into
     /// another; neither input is normalised here. The axis is always written. False when the two
@@ -184,23 +201,27 @@ struct S3D
     /// below 1e-6. For opposite vectors the result is true with the angle pi, but the axis is
     /// (0, 0, 0), since every perpendicular would do: the caller picks one. A dot product that
     /// rounding took below -1 gives true and a NaN angle.
-    static bool CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const S3D& to);
+    [[nodiscard]] static bool
+    CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const S3D& to) noexcept;
 
     /// Each component from radians to degrees: (c * 180) / pi.
-    constexpr S3D GetRadToDeg() const
+    [[nodiscard]] constexpr S3D GetRadToDeg() const noexcept
     {
         return S3D(math3d::RadToDeg(x), math3d::RadToDeg(y), math3d::RadToDeg(z));
     }
 
     /// Each component from degrees to radians: (c * pi) / 180.
-    constexpr S3D GetDegToRad() const
+    [[nodiscard]] constexpr S3D GetDegToRad() const noexcept
     {
         return S3D(math3d::DegToRad(x), math3d::DegToRad(y), math3d::DegToRad(z));
     }
 };
 
 /// Each component of the vector times the factor.
-constexpr S3D operator*(float factor, const S3D& vector)
+[[nodiscard]] constexpr S3D operator*(float factor, const S3D& vector) noexcept
 {
     return vector * factor;
 }
+
+// SMatrix.h defines the members that take a matrix, for which it needs both types.
+#include "Independent/Math3D/SMatrix.h"

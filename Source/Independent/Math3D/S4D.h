@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/SColor.h"
 
+struct S3D;
 struct SMatrix;
 
-/// A homogeneous vector of four floats. The product with a matrix needs SMatrix.h.
+/// A homogeneous vector of four floats.
 struct S4D
 {
     float x;
@@ -17,7 +17,7 @@ struct S4D
     S4D() = default;
 
     /// (newX, newY, newZ, newW).
-    constexpr S4D(float newX, float newY, float newZ, float newW)
+    constexpr S4D(float newX, float newY, float newZ, float newW) noexcept
         : x(newX)
         , y(newY)
         , z(newZ)
@@ -26,19 +26,19 @@ struct S4D
     }
 
     /// The point (x, y, z, 1).
-    constexpr S4D(const S3D& point) : S4D(point.x, point.y, point.z, 1.0f) {}
+    constexpr S4D(const S3D& point) noexcept;
 
     /// The sum, component by component.
-    constexpr S4D operator+(const S4D& other) const
+    [[nodiscard]] constexpr S4D operator+(const S4D& other) const noexcept
     {
         return S4D(x + other.x, y + other.y, z + other.z, w + other.w);
     }
 
     /// The row vector (x, y, z, w) times the matrix, without a division.
-    S4D operator*(const SMatrix& matrix) const;
+    [[nodiscard]] constexpr S4D operator*(const SMatrix& matrix) const noexcept;
 
     /// x, y, z, w for the index 0 to 3. Any other index, a negative one too, gives x.
-    float& operator[](int index)
+    [[nodiscard]] constexpr float& operator[](int index) noexcept
     {
         switch (index)
         {
@@ -54,23 +54,38 @@ struct S4D
     }
 
     /// x, y, z, w for the index 0 to 3. Any other index, a negative one too, gives x.
-    const float& operator[](int index) const { return const_cast<S4D&>(*this)[index]; }
+    [[nodiscard]] constexpr const float& operator[](int index) const noexcept
+    {
+        return const_cast<S4D&>(*this)[index];
+    }
 
     /// Assigns all four components.
-    void Set(float newX, float newY, float newZ, float newW)
+    constexpr void Set(float newX, float newY, float newZ, float newW) noexcept
     {
         *this = S4D(newX, newY, newZ, newW);
     }
 
     /// The point (x, y, z) multiplied by 1 / w, or as it is when w is exactly 0.
-    constexpr S3D GetS3D() const
-    {
-        return w == 0.0f ? GetS3DNotDivideW() : GetS3DNotDivideW() * (1.0f / w);
-    }
+    [[nodiscard]] constexpr S3D GetS3D() const noexcept;
 
     /// (x, y, z) as they are.
-    constexpr S3D GetS3DNotDivideW() const { return S3D(x, y, z); }
+    [[nodiscard]] constexpr S3D GetS3DNotDivideW() const noexcept;
 
     /// The colour (r, g, b, a) = (x, y, z, w).
-    constexpr SColor GetSColor() const { return SColor(x, y, z, w); }
+    [[nodiscard]] constexpr SColor GetSColor() const noexcept { return SColor(x, y, z, w); }
 };
+
+// S3D.h leads back here by way of the matrix, so the members that need it stand behind the type.
+#include "Independent/Math3D/S3D.h"
+
+constexpr S4D::S4D(const S3D& point) noexcept : S4D(point.x, point.y, point.z, 1.0f) {}
+
+constexpr S3D S4D::GetS3D() const noexcept
+{
+    return w == 0.0f ? GetS3DNotDivideW() : GetS3DNotDivideW() * (1.0f / w);
+}
+
+constexpr S3D S4D::GetS3DNotDivideW() const noexcept
+{
+    return S3D(x, y, z);
+}

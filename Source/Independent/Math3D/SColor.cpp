@@ -25,12 +25,12 @@ std::uint32_t PackBytes(float first, float second, float third, float fourth)
 
 } // namespace
 
-std::uint32_t SColor::GetDWORD() const
+std::uint32_t SColor::GetDWORD() const noexcept
 {
     return PackBytes(a, r, g, b);
 }
 
-std::uint32_t SColor::GetRGBA() const
+std::uint32_t SColor::GetRGBA() const noexcept
 {
     return PackBytes(a, b, g, r);
 }

@@ -19,7 +19,7 @@ struct SColor
     constexpr SColor() = default;
 
     /// (newR, newG, newB, newA).
-    constexpr SColor(float newR, float newG, float newB, float newA)
+    constexpr SColor(float newR, float newG, float newB, float newA) noexcept
         : r(newR)
         , g(newG)
         , b(newB)
@@ -28,63 +28,66 @@ struct SColor
     }
 
     /// True when all four channels are equal.
-    constexpr bool operator==(const SColor& other) const
+    [[nodiscard]] constexpr bool operator==(const SColor& other) const noexcept
     {
         return r == other.r && g == other.g && b == other.b && a == other.a;
     }
 
     /// True when any channel differs.
-    constexpr bool operator!=(const SColor& other) const { return !(*this == other); }
+    [[nodiscard]] constexpr bool operator!=(const SColor& other) const noexcept
+    {
+        return !(*this == other);
+    }
 
     /// Assigns all four channels.
-    void Set(float newR, float newG, float newB, float newA)
+    constexpr void Set(float newR, float newG, float newB, float newA) noexcept
     {
         *this = SColor(newR, newG, newB, newA);
     }
 
     /// The sum, channel by channel.
-    constexpr SColor operator+(const SColor& other) const
+    [[nodiscard]] constexpr SColor operator+(const SColor& other) const noexcept
     {
         return SColor(r + other.r, g + other.g, b + other.b, a + other.a);
     }
 
     /// The difference, channel by channel.
-    constexpr SColor operator-(const SColor& other) const
+    [[nodiscard]] constexpr SColor operator-(const SColor& other) const noexcept
     {
         return SColor(r - other.r, g - other.g, b - other.b, a - other.a);
     }
 
     /// The product, channel by channel (modulation).
-    constexpr SColor operator*(const SColor& other) const
+    [[nodiscard]] constexpr SColor operator*(const SColor& other) const noexcept
     {
         return SColor(r * other.r, g * other.g, b * other.b, a * other.a);
     }
 
     /// Each channel times the factor.
-    constexpr SColor operator*(float factor) const
+    [[nodiscard]] constexpr SColor operator*(float factor) const noexcept
     {
         return SColor(r * factor, g * factor, b * factor, a * factor);
     }
 
     /// Each channel divided by the divisor. A divisor of 0 gives infinities or NaN.
-    constexpr SColor operator/(float divisor) const
+    [[nodiscard]] constexpr SColor operator/(float divisor) const noexcept
     {
         return SColor(r / divisor, g / divisor, b / divisor, a / divisor);
     }
 
     /// Multiplies channel by channel.
-    SColor& operator*=(const SColor& other) { return *this = *this * other; }
+    SColor& operator*=(const SColor& other) noexcept { return *this = *this * other; }
 
     /// The colour packed as A << 24 | R << 16 | G << 8 | B. A channel c becomes the byte c * 255
     /// truncated toward zero and clamped to 0..255; NaN becomes 0.
-    std::uint32_t GetDWORD() const;
+    [[nodiscard]] std::uint32_t GetDWORD() const noexcept;
 
     /// The colour packed as A << 24 | B << 16 | G << 8 | R, which stored little-endian gives the
     /// bytes R, G, B, A. The channels become bytes as in GetDWORD.
-    std::uint32_t GetRGBA() const;
+    [[nodiscard]] std::uint32_t GetRGBA() const noexcept;
 
     /// Linear interpolation a + (b - a) * t, channel by channel. t is not clamped.
-    static constexpr SColor Lerp(const SColor& a, const SColor& b, float t)
+    [[nodiscard]] static constexpr SColor Lerp(const SColor& a, const SColor& b, float t) noexcept
     {
         return a + (b - a) * t;
     }

@@ -16,10 +16,11 @@ struct SColor32
     std::uint8_t a = 0;
 
     /// Transparent black: (0, 0, 0, 0).
-    SColor32() = default;
+    constexpr SColor32() = default;
 
     /// (newR, newG, newB, newA).
-    SColor32(std::uint8_t newR, std::uint8_t newG, std::uint8_t newB, std::uint8_t newA)
+    constexpr SColor32(
+        std::uint8_t newR, std::uint8_t newG, std::uint8_t newB, std::uint8_t newA) noexcept
         : r(newR)
         , g(newG)
         , b(newB)
@@ -27,17 +28,15 @@ struct SColor32
     {
     }
 
-    /// Copies all four channels.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
     SColor32(const SColor32& other) = default;
-
-    /// Copies all four channels.
+    SColor32(SColor32&& other) = default;
     SColor32& operator=(const SColor32& other) = default;
-
-    /// Virtual, so that other types may derive from this one.
+    SColor32& operator=(SColor32&& other) = default;
     virtual ~SColor32() = default;
 
     /// The colour with channels from 0 to 1: each byte divided by 255.
-    SColor ToSColor() const
+    [[nodiscard]] SColor ToSColor() const noexcept
     {
         return SColor(
             static_cast<float>(r) / 255.0f, static_cast<float>(g) / 255.0f,

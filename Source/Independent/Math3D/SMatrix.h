@@ -5,7 +5,6 @@
 #include "Independent/Math3D/S4D.h"
 #include "Independent/Math3D/SQuaternion.h"
 
-#include <algorithm>
 #include <cmath>
 
 /// A 4x4 matrix of floats for affine and projective transforms.
@@ -28,21 +27,41 @@ struct SMatrix
     float m[4][4];
 
     /// The identity.
-    SMatrix() { Identity(); }
+    constexpr SMatrix() noexcept
+        : SMatrix(
+              1.0f,
+              0.0f,
+              0.0f,
+              0.0f, //
+              0.0f,
+              1.0f,
+              0.0f,
+              0.0f, //
+              0.0f,
+              0.0f,
+              1.0f,
+              0.0f, //
+              0.0f,
+              0.0f,
+              0.0f,
+              1.0f)
+    {
+    }
 
     /// Leaves all elements uninitialised, whatever the argument: for results filled at once.
-    explicit SMatrix(int) {}
+    explicit SMatrix(int) noexcept {}
 
     /// Copies 16 floats, row by row.
-    explicit SMatrix(const float* elements)
+    constexpr explicit SMatrix(const float* elements) noexcept
+        : m{{elements[0], elements[1], elements[2], elements[3]},
+            {elements[4], elements[5], elements[6], elements[7]},
+            {elements[8], elements[9], elements[10], elements[11]},
+            {elements[12], elements[13], elements[14], elements[15]}}
     {
-        for (int row = 0; row < 4; ++row)
-            for (int column = 0; column < 4; ++column)
-                m[row][column] = elements[4 * row + column];
     }
 
     /// The 16 elements, row by row.
-    SMatrix(
+    constexpr SMatrix(
         float m00,
         float m01,
         float m02,
@@ -58,13 +77,13 @@ struct SMatrix
         float m30,
         float m31,
         float m32,
-        float m33)
+        float m33) noexcept
         : m{{m00, m01, m02, m03}, {m10, m11, m12, m13}, {m20, m21, m22, m23}, {m30, m31, m32, m33}}
     {
     }
 
     /// Assigns the 16 elements, row by row.
-    void
+    constexpr void
     Set(float m00,
         float m01,
         float m02,
@@ -80,14 +99,14 @@ struct SMatrix
         float m30,
         float m31,
         float m32,
-        float m33)
+        float m33) noexcept
     {
         *this =
             SMatrix(m00, m01, m02, m03, m10, m11, m12, m13, m20, m21, m22, m23, m30, m31, m32, m33);
     }
 
     /// True when all 16 elements are equal (exact comparison).
-    bool operator==(const SMatrix& other) const
+    [[nodiscard]] constexpr bool operator==(const SMatrix& other) const noexcept
     {
         for (int row = 0; row < 4; ++row)
         {
@@ -99,25 +118,22 @@ struct SMatrix
     }
 
     /// True when any element differs (exact comparison).
-    bool operator!=(const SMatrix& other) const { return !(*this == other); }
-
-    /// Becomes this * other: this transform first, then the other.
-    SMatrix& operator*=(const SMatrix& other);
-
-    /// Becomes this * other: this transform first, then the other.
-    void MulMatrix(const SMatrix& other) { *this *= other; }
-
-    /// Sets the identity.
-    void Identity()
+    [[nodiscard]] constexpr bool operator!=(const SMatrix& other) const noexcept
     {
-        Set(1.0f, 0.0f, 0.0f, 0.0f, //
-            0.0f, 1.0f, 0.0f, 0.0f, //
-            0.0f, 0.0f, 1.0f, 0.0f, //
-            0.0f, 0.0f, 0.0f, 1.0f);
+        return !(*this == other);
     }
 
+    /// Becomes this * other: this transform first, then the other.
+    SMatrix& operator*=(const SMatrix& other) noexcept;
+
+    /// Becomes this * other: this transform first, then the other.
+    void MulMatrix(const SMatrix& other) noexcept { *this *= other; }
+
+    /// Sets the identity.
+    constexpr void Identity() noexcept { *this = SMatrix(); }
+
     /// Transposes in place: rows become columns.
-    void Trans()
+    constexpr void Trans() noexcept
     {
         Set(m[0][0], m[1][0], m[2][0], m[3][0], //
             m[0][1], m[1][1], m[2][1], m[3][1], //
@@ -126,50 +142,81 @@ struct SMatrix
     }
 
     /// Becomes GetInverse().
-    void Inverse() { *this = GetInverse(); }
+    void Inverse() noexcept { *this = GetInverse(); }
 
     /// The inverse: the adjugate (the transposed matrix of cofactors) times 1 / determinant. A
-    /// singular matrix is not detected; its result has infinite or NaN elements.
-    SMatrix GetInverse() const;
+    /// singular matrix is not detected. Where its determinant comes out as exactly 0, as it does
+    /// with a row of zeros, every element is infinite or NaN. Where rounding leaves another number,
+    /// as it mostly does with two equal rows, the elements are finite and mean nothing.
+    [[nodiscard]] SMatrix GetInverse() const noexcept;
 
     /// The determinant a * d - c * b of the matrix ((a, b), (c, d)).
-    static constexpr float det2x2(float a, float b, float c, float d) { return a * d - c * b; }
+    [[nodiscard]] static constexpr float det2x2(float a, float b, float c, float d) noexcept
+    {
+        return a * d - c * b;
+    }
 
     /// The determinant of the matrix ((a1, a2, a3), (b1, b2, b3), (c1, c2, c3)), expanded along its
     /// first column.
-    static constexpr float
-    det3x3(float a1, float a2, float a3, float b1, float b2, float b3, float c1, float c2, float c3)
+    [[nodiscard]] static constexpr float det3x3(
+        float a1,
+        float a2,
+        float a3,
+        float b1,
+        float b2,
+        float b3,
+        float c1,
+        float c2,
+        float c3) noexcept
     {
         return a1 * det2x2(b2, b3, c2, c3) - b1 * det2x2(a2, a3, c2, c3) +
                c1 * det2x2(a2, a3, b2, b3);
     }
 
     /// The translation: the first three elements of row 3.
-    S3D GetMove() const { return S3D(m[3][0], m[3][1], m[3][2]); }
+    [[nodiscard]] constexpr S3D GetMove() const noexcept { return S3D(m[3][0], m[3][1], m[3][2]); }
 
     /// The image of the X axis: the first three elements of row 0.
-    S3D GetXVector() const { return S3D(m[0][0], m[0][1], m[0][2]); }
+    [[nodiscard]] constexpr S3D GetXVector() const noexcept
+    {
+        return S3D(m[0][0], m[0][1], m[0][2]);
+    }
 
     /// The image of the Y axis: the first three elements of row 1.
-    S3D GetYVector() const { return S3D(m[1][0], m[1][1], m[1][2]); }
+    [[nodiscard]] constexpr S3D GetYVector() const noexcept
+    {
+        return S3D(m[1][0], m[1][1], m[1][2]);
+    }
 
     /// The image of the Z axis: the first three elements of row 2.
-    S3D GetZVector() const { return S3D(m[2][0], m[2][1], m[2][2]); }
+    [[nodiscard]] constexpr S3D GetZVector() const noexcept
+    {
+        return S3D(m[2][0], m[2][1], m[2][2]);
+    }
 
     /// The whole row 0.
-    S4D GetXVector4() const { return S4D(m[0][0], m[0][1], m[0][2], m[0][3]); }
+    [[nodiscard]] constexpr S4D GetXVector4() const noexcept
+    {
+        return S4D(m[0][0], m[0][1], m[0][2], m[0][3]);
+    }
 
     /// The whole row 1.
-    S4D GetYVector4() const { return S4D(m[1][0], m[1][1], m[1][2], m[1][3]); }
+    [[nodiscard]] constexpr S4D GetYVector4() const noexcept
+    {
+        return S4D(m[1][0], m[1][1], m[1][2], m[1][3]);
+    }
 
     /// The whole row 2.
-    S4D GetZVector4() const { return S4D(m[2][0], m[2][1], m[2][2], m[2][3]); }
+    [[nodiscard]] constexpr S4D GetZVector4() const noexcept
+    {
+        return S4D(m[2][0], m[2][1], m[2][2], m[2][3]);
+    }
 
     /// The scale along X: the length of GetXVector(), never negative.
-    float GetScaleX() const { return GetXVector().Length(); }
+    [[nodiscard]] float GetScaleX() const noexcept { return GetXVector().Length(); }
 
     /// The translation by a vector.
-    static SMatrix CreateMove(const S3D& translation)
+    [[nodiscard]] static constexpr SMatrix CreateMove(const S3D& translation) noexcept
     {
         return SMatrix(
             1.0f, 0.0f, 0.0f, 0.0f, //
@@ -179,7 +226,7 @@ struct SMatrix
     }
 
     /// The scale by a factor per axis.
-    static SMatrix CreateScale(const S3D& scale)
+    [[nodiscard]] static constexpr SMatrix CreateScale(const S3D& scale) noexcept
     {
         return SMatrix(
             scale.x, 0.0f, 0.0f, 0.0f, //
@@ -189,7 +236,7 @@ struct SMatrix
     }
 
     /// Overwrites the whole matrix with the heading (a rotation about Y) of an angle in radians.
-    void SetRotHRad(float radians)
+    void SetRotHRad(float radians) noexcept
     {
         const float c = std::cos(radians);
         const float s = std::sin(radians);
@@ -200,7 +247,7 @@ struct SMatrix
     }
 
     /// Overwrites the whole matrix with the pitch (a rotation about X) of an angle in radians.
-    void SetRotPRad(float radians)
+    void SetRotPRad(float radians) noexcept
     {
         const float c = std::cos(radians);
         const float s = std::sin(radians);
@@ -211,7 +258,7 @@ struct SMatrix
     }
 
     /// Overwrites the whole matrix with the bank (a rotation about Z) of an angle in radians.
-    void SetRotBRad(float radians)
+    void SetRotBRad(float radians) noexcept
     {
         const float c = std::cos(radians);
         const float s = std::sin(radians);
@@ -222,25 +269,34 @@ struct SMatrix
     }
 
     /// As SetRotHRad with an angle in degrees.
-    void SetRotH(float degrees) { SetRotHRad(math3d::DegToRad(degrees)); }
+    void SetRotH(float degrees) noexcept { SetRotHRad(math3d::DegToRad(degrees)); }
 
     /// As SetRotPRad with an angle in degrees.
-    void SetRotP(float degrees) { SetRotPRad(math3d::DegToRad(degrees)); }
+    void SetRotP(float degrees) noexcept { SetRotPRad(math3d::DegToRad(degrees)); }
 
     /// As SetRotBRad with an angle in degrees.
-    void SetRotB(float degrees) { SetRotBRad(math3d::DegToRad(degrees)); }
+    void SetRotB(float degrees) noexcept { SetRotBRad(math3d::DegToRad(degrees)); }
 
     /// The heading (a rotation about Y) of an angle in degrees.
-    static SMatrix CreateRotH(float degrees) { return CreateRotHRad(math3d::DegToRad(degrees)); }
+    [[nodiscard]] static SMatrix CreateRotH(float degrees) noexcept
+    {
+        return CreateRotHRad(math3d::DegToRad(degrees));
+    }
 
     /// The pitch (a rotation about X) of an angle in degrees.
-    static SMatrix CreateRotP(float degrees) { return CreateRotPRad(math3d::DegToRad(degrees)); }
+    [[nodiscard]] static SMatrix CreateRotP(float degrees) noexcept
+    {
+        return CreateRotPRad(math3d::DegToRad(degrees));
+    }
 
     /// The bank (a rotation about Z) of an angle in degrees.
-    static SMatrix CreateRotB(float degrees) { return CreateRotBRad(math3d::DegToRad(degrees)); }
+    [[nodiscard]] static SMatrix CreateRotB(float degrees) noexcept
+    {
+        return CreateRotBRad(math3d::DegToRad(degrees));
+    }
 
     /// The heading (a rotation about Y) of an angle in radians.
-    static SMatrix CreateRotHRad(float radians)
+    [[nodiscard]] static SMatrix CreateRotHRad(float radians) noexcept
     {
         SMatrix rotation(0);
         rotation.SetRotHRad(radians);
@@ -248,7 +304,7 @@ struct SMatrix
     }
 
     /// The pitch (a rotation about X) of an angle in radians.
-    static SMatrix CreateRotPRad(float radians)
+    [[nodiscard]] static SMatrix CreateRotPRad(float radians) noexcept
     {
         SMatrix rotation(0);
         rotation.SetRotPRad(radians);
@@ -256,7 +312,7 @@ struct SMatrix
     }
 
     /// The bank (a rotation about Z) of an angle in radians.
-    static SMatrix CreateRotBRad(float radians)
+    [[nodiscard]] static SMatrix CreateRotBRad(float radians) noexcept
     {
         SMatrix rotation(0);
         rotation.SetRotBRad(radians);
@@ -265,7 +321,7 @@ struct SMatrix
 
     /// The rotation about an axis through the origin by an angle in radians (Rodrigues' formula).
     /// The axis must have length 1; it is not normalised here.
-    static SMatrix CreateRotAxis(const S3D& axis, float radians);
+    [[nodiscard]] static SMatrix CreateRotAxis(const S3D& axis, float radians) noexcept;
 
     /// The look-at matrix of a viewer at eye who looks at another point, with up (of any length)
     /// upward: rows 0, 1 and 2 are the viewer's unit axes x (right), y (up) and z (forward), row 3
@@ -275,10 +331,12 @@ struct SMatrix
     /// world into view space with row vectors; only the translation is that of a view matrix.
     /// math3d::CCamera::GetMatrix gives a true view matrix. When eye and at are equal, or up is
     /// parallel to the view, the axes that cannot be formed are zero.
-    static SMatrix CreateLookAt(const S3D& eye, const S3D& at, const S3D& up);
+    [[nodiscard]] static SMatrix
+    CreateLookAt(const S3D& eye, const S3D& at, const S3D& up) noexcept;
 
     /// The matrix of three axes in the rows 0, 1 and 2, without translation.
-    static SMatrix CreateXYZVector(const S3D& x, const S3D& y, const S3D& z)
+    [[nodiscard]] static constexpr SMatrix
+    CreateXYZVector(const S3D& x, const S3D& y, const S3D& z) noexcept
     {
         return SMatrix(
             x.x, x.y, x.z, 0.0f, //
@@ -290,115 +348,75 @@ struct SMatrix
     /// The rotation part as a quaternion, the inverse of SQuaternion::GetMatrix up to the sign of
     /// the whole. The upper-left 3x3 must be orthonormal (no scale) and m33 1; the result is not
     /// normalised.
-    SQuaternion GetQuaternion() const;
+    [[nodiscard]] SQuaternion GetQuaternion() const noexcept;
 
     /// Angles (x, y, z) in radians that make P(x) * H(y) * B(z) the rotation part of this matrix;
-    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m02 beyond -1..1 by
-    /// rounding counts as -1 or 1.
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal.
     ///
     /// Where y is 90 degrees exactly (m02 = -1), x is 0 and z alone gives the rotation back. Where
     /// y is -90 degrees exactly (m02 = 1), x is 0 too, but z is that of a matrix with m11 negated:
     /// the angles do not give the rotation back. Close to either pole x and z come from elements
     /// that are mostly rounding error, and neither need the angles give the rotation back there.
-    S3D GetEulerRadXYZ() const;
+    ///
+    /// Where rounding took m02 beyond -1..1, y is NaN, and x and z are those of any other place. A
+    /// caller who wants the pole instead clamps m02 to -1..1 first. This holds for the other three
+    /// orders with their element as well.
+    [[nodiscard]] S3D GetEulerRadXYZ() const noexcept;
 
     /// Angles (x, y, z) in radians that make H(y) * P(x) * B(z) the rotation part of this matrix;
-    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m12 beyond -1..1 by
-    /// rounding counts as -1 or 1. Where x is 90 or -90 degrees exactly, z is 0. The angles give
+    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle
+    /// comes from m12. Where x is 90 or -90 degrees exactly, z is 0. The angles give
     /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
-    S3D GetEulerRadYXZ() const;
+    [[nodiscard]] S3D GetEulerRadYXZ() const noexcept;
 
     /// Angles (x, y, z) in radians that make B(z) * P(x) * H(y) the rotation part of this matrix;
-    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m21 beyond -1..1 by
-    /// rounding counts as -1 or 1. Where x is 90 or -90 degrees exactly, z is 0. The angles give
+    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle
+    /// comes from m21. Where x is 90 or -90 degrees exactly, z is 0. The angles give
     /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
-    S3D GetEulerRadZXY() const;
+    [[nodiscard]] S3D GetEulerRadZXY() const noexcept;
 
     /// Angles (x, y, z) in radians that make B(z) * H(y) * P(x) the rotation part of this matrix;
-    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; m20 beyond -1..1 by
-    /// rounding counts as -1 or 1. There is no special case at the poles: where y is near 90 or -90
+    /// y is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle
+    /// comes from m20. There is no special case at the poles: where y is near 90 or -90
     /// degrees, x and z come from elements that are mostly rounding error, and the angles need not
     /// give the rotation back.
-    S3D GetEulerRadZYX() const;
+    [[nodiscard]] S3D GetEulerRadZYX() const noexcept;
 
     /// A copy with m02, m12, m20, m21 and m32 negated and all else unchanged. For an affine matrix
     /// this is F * M * F with F = diag(1, 1, -1, 1): the same transform under OpenGL's right-handed
     /// axes.
-    SMatrix GetOpenGLMatrix() const;
+    [[nodiscard]] SMatrix GetOpenGLMatrix() const noexcept;
 };
 
 /// The product: the transform a first, then b. Each element is
 /// a[i][0] * b[0][j] + a[i][1] * b[1][j] + a[i][2] * b[2][j] + a[i][3] * b[3][j], summed in this
 /// order.
-inline SMatrix operator*(const SMatrix& a, const SMatrix& b)
+[[nodiscard]] inline SMatrix operator*(const SMatrix& a, const SMatrix& b) noexcept
 {
-    using math3d::Float4;
-    using math3d::Shuffle;
-    const Float4 b0 = math3d::LoadFloat4(b.m[0]);
-    const Float4 b1 = math3d::LoadFloat4(b.m[1]);
-    const Float4 b2 = math3d::LoadFloat4(b.m[2]);
-    const Float4 b3 = math3d::LoadFloat4(b.m[3]);
+    using math3d::detail::Float4;
+    using math3d::detail::LoadFloat4;
+    using math3d::detail::Shuffle;
+    const Float4 b0 = LoadFloat4(b.m[0]);
+    const Float4 b1 = LoadFloat4(b.m[1]);
+    const Float4 b2 = LoadFloat4(b.m[2]);
+    const Float4 b3 = LoadFloat4(b.m[3]);
     SMatrix product(0);
     for (int row = 0; row < 4; ++row)
     {
-        const Float4 factors = math3d::LoadFloat4(a.m[row]);
+        const Float4 factors = LoadFloat4(a.m[row]);
         const Float4 sum = Shuffle<0, 0, 0, 0>(factors) * b0 + Shuffle<1, 1, 1, 1>(factors) * b1 +
                            Shuffle<2, 2, 2, 2>(factors) * b2 + Shuffle<3, 3, 3, 3>(factors) * b3;
-        math3d::StoreFloat4(product.m[row], sum);
+        math3d::detail::StoreFloat4(product.m[row], sum);
     }
     return product;
 }
 
-inline SMatrix& SMatrix::operator*=(const SMatrix& other)
+inline SMatrix& SMatrix::operator*=(const SMatrix& other) noexcept
 {
     return *this = *this * other;
 }
 
-inline SMatrix SMatrix::GetInverse() const
-{
-    using math3d::Float4;
-    using math3d::Shuffle;
-
-    // The columns, rows 0 and 1 swapped in them and rows 2 and 3: the cofactors of a row are made
-    // of the row beside it and of the 2x2 determinants of the two others.
-    Float4 c0 = math3d::LoadFloat4(m[1]);
-    Float4 c1 = math3d::LoadFloat4(m[0]);
-    Float4 c2 = math3d::LoadFloat4(m[3]);
-    Float4 c3 = math3d::LoadFloat4(m[2]);
-    math3d::Transpose(c0, c1, c2, c3);
-
-    // The 2x2 determinants of columns i and j: twice that of rows 2 and 3, twice that of 0 and 1.
-    const auto determinants = [](Float4 i, Float4 j)
-    {
-        return Shuffle<3, 3, 1, 1>(i) * Shuffle<2, 2, 0, 0>(j) -
-               Shuffle<3, 3, 1, 1>(j) * Shuffle<2, 2, 0, 0>(i);
-    };
-    const Float4 d01 = determinants(c0, c1);
-    const Float4 d02 = determinants(c0, c2);
-    const Float4 d03 = determinants(c0, c3);
-    const Float4 d12 = determinants(c1, c2);
-    const Float4 d13 = determinants(c1, c3);
-    const Float4 d23 = determinants(c2, c3);
-
-    // The rows of the adjugate but for their signs, which alternate.
-    const Float4 row0 = c1 * d23 - c2 * d13 + c3 * d12;
-    const Float4 row1 = c0 * d23 - c2 * d03 + c3 * d02;
-    const Float4 row2 = c0 * d13 - c1 * d03 + c3 * d01;
-    const Float4 row3 = c0 * d12 - c1 * d02 + c2 * d01;
-
-    const float determinant =
-        m[0][0] * row0[0] - m[0][1] * row1[0] + m[0][2] * row2[0] - m[0][3] * row3[0];
-    const float reciprocal = 1.0f / determinant;
-    const Float4 signedReciprocal = {reciprocal, -reciprocal, reciprocal, -reciprocal};
-    SMatrix inverse(0);
-    math3d::StoreFloat4(inverse.m[0], row0 * signedReciprocal);
-    math3d::StoreFloat4(inverse.m[1], row1 * -signedReciprocal);
-    math3d::StoreFloat4(inverse.m[2], row2 * signedReciprocal);
-    math3d::StoreFloat4(inverse.m[3], row3 * -signedReciprocal);
-    return inverse;
-}
-
-inline SQuaternion SMatrix::GetQuaternion() const
+inline SQuaternion SMatrix::GetQuaternion() const noexcept
 {
     // Four times the square of w, and further down of the largest of x, y and z: the division is
     // never by a small number.
@@ -426,58 +444,9 @@ inline SQuaternion SMatrix::GetQuaternion() const
         (m[1][0] + m[0][1]) / r, r / 4.0f, (m[1][2] + m[2][1]) / r, (m[2][0] - m[0][2]) / r);
 }
 
-inline S3D SMatrix::GetEulerRadXYZ() const
-{
-    const float sinY = std::clamp(-m[0][2], -1.0f, 1.0f);
-    float x = 0.0f;
-    float z;
-    if (sinY == 1.0f)
-        z = std::atan2(-m[1][0], m[1][1]);
-    else if (sinY == -1.0f)
-        z = std::atan2(-m[1][0], -m[1][1]);
-    else
-    {
-        x = std::atan2(m[1][2], m[2][2]);
-        z = std::atan2(m[0][1], m[0][0]);
-    }
-    return S3D(x, std::asin(sinY), z);
-}
-
-inline S3D SMatrix::GetEulerRadYXZ() const
-{
-    const float sinX = std::clamp(m[1][2], -1.0f, 1.0f);
-    const float z = std::abs(sinX) == 1.0f ? 0.0f : std::atan2(-m[1][0], m[1][1]);
-
-    // With the bank taken back, M * B(-z) = H(y) * P(x), column 0 is (cos y, 0, sin y). Read from
-    // there y fits whatever z is, also close to a pole, where rounding alone decides z.
-    const float c = std::cos(z);
-    const float s = std::sin(z);
-    const float y = std::atan2(m[2][0] * c + m[2][1] * s, m[0][0] * c + m[0][1] * s);
-    return S3D(std::asin(sinX), y, z);
-}
-
-inline S3D SMatrix::GetEulerRadZXY() const
-{
-    const float sinX = std::clamp(-m[2][1], -1.0f, 1.0f);
-    const float z = std::abs(sinX) == 1.0f ? 0.0f : std::atan2(m[0][1], m[1][1]);
-
-    // With the bank taken back, B(-z) * M = P(x) * H(y), row 0 is (cos y, 0, -sin y). Read from
-    // there y fits whatever z is, also close to a pole, where rounding alone decides z.
-    const float c = std::cos(z);
-    const float s = std::sin(z);
-    const float y = std::atan2(s * m[1][2] - c * m[0][2], c * m[0][0] - s * m[1][0]);
-    return S3D(std::asin(sinX), y, z);
-}
-
-inline S3D SMatrix::GetEulerRadZYX() const
-{
-    const float sinY = std::clamp(m[2][0], -1.0f, 1.0f);
-    return S3D(std::atan2(-m[2][1], m[2][2]), std::asin(sinY), std::atan2(-m[1][0], m[0][0]));
-}
-
 // The members of the vectors and of the quaternion that need the matrix.
 
-inline S4D S4D::operator*(const SMatrix& matrix) const
+constexpr S4D S4D::operator*(const SMatrix& matrix) const noexcept
 {
     const float(&m)[4][4] = matrix.m;
     return S4D(
@@ -487,24 +456,23 @@ inline S4D S4D::operator*(const SMatrix& matrix) const
         x * m[0][3] + y * m[1][3] + z * m[2][3] + w * m[3][3]);
 }
 
-inline S3D S3D::operator*(const SMatrix& matrix) const
+inline S3D S3D::operator*(const SMatrix& matrix) const noexcept
 {
     // Element by element, so that over an array the rows are loaded once: the compiler sees that
     // writing a point changes no element of a matrix.
     const auto row = [&matrix](int i) {
-        return math3d::Float4{matrix.m[i][0], matrix.m[i][1], matrix.m[i][2], matrix.m[i][3]};
+        return math3d::detail::Float4{
+            matrix.m[i][0], matrix.m[i][1], matrix.m[i][2], matrix.m[i][3]};
     };
-    math3d::Float4 product = x * row(0) + y * row(1) + z * row(2) + row(3);
+    math3d::detail::Float4 product = x * row(0) + y * row(1) + z * row(2) + row(3);
 
-    // Nearly always w is 1. Comparing its bits costs less than its value, which may be NaN.
-    constexpr int bitsOfOne = 0x3F800000;
     const float w = product[3];
-    if (__builtin_expect(reinterpret_cast<math3d::Int4>(product)[3] != bitsOfOne, false))
+    if (__builtin_expect(w != 1.0f, false))
         product = product * (1.0f / (w != 0.0f ? w : 1.0f));
     return S3D(product[0], product[1], product[2]);
 }
 
-inline S3D& S3D::operator*=(const SMatrix& matrix)
+constexpr S3D& S3D::operator*=(const SMatrix& matrix) noexcept
 {
     const S4D product = S4D(*this) * matrix;
     if (product.w != 0.0f)
@@ -512,7 +480,7 @@ inline S3D& S3D::operator*=(const SMatrix& matrix)
     return *this;
 }
 
-inline S3D S3D::MulMatrixRot(const SMatrix& matrix) const
+constexpr S3D S3D::MulMatrixRot(const SMatrix& matrix) const noexcept
 {
     const float(&m)[4][4] = matrix.m;
     return S3D(
@@ -520,7 +488,7 @@ inline S3D S3D::MulMatrixRot(const SMatrix& matrix) const
         x * m[0][2] + y * m[1][2] + z * m[2][2]);
 }
 
-inline SMatrix SQuaternion::GetMatrix() const
+constexpr SMatrix SQuaternion::GetMatrix() const noexcept
 {
     return SMatrix(
         1.0f - 2.0f * (y * y + z * z), 2.0f * (x * y + w * z), 2.0f * (x * z - w * y), 0.0f,

@@ -20,7 +20,7 @@ bool IsBetween(float value, float a, float b, float c, float d)
 
 } // namespace
 
-bool SPlane::CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) const
+bool SPlane::CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) const noexcept
 {
     const S3D direction = end - start;
     const float denominator = S3D::DotProduct(GetNormal(), direction);
@@ -33,7 +33,7 @@ bool SPlane::CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) co
     return true;
 }
 
-bool SPlane::CalcIntersectVector(const S3D& point, const S3D& direction, S3D& out) const
+bool SPlane::CalcIntersectVector(const S3D& point, const S3D& direction, S3D& out) const noexcept
 {
     const float denominator = S3D::DotProduct(GetNormal(), direction);
     if (denominator == 0.0f)
@@ -44,7 +44,11 @@ bool SPlane::CalcIntersectVector(const S3D& point, const S3D& direction, S3D& ou
 }
 
 bool SPlane::LinePolyCrossPoint(
-    const S3D& linePos, const S3D& lineDir, const S3D& planePos, const S3D& planeNormal, S3D& out)
+    const S3D& linePos,
+    const S3D& lineDir,
+    const S3D& planePos,
+    const S3D& planeNormal,
+    S3D& out) noexcept
 {
     const float numerator = S3D::DotProduct(planePos - linePos, planeNormal);
     const float denominator = S3D::DotProduct(lineDir, planeNormal);
@@ -56,14 +60,19 @@ bool SPlane::LinePolyCrossPoint(
 }
 
 bool SPlane::PointTriangleSide(
-    const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, const S3D& normal)
+    const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, const S3D& normal) noexcept
 {
     return IsInsideEdge(point, p0, p1, normal) && IsInsideEdge(point, p1, p2, normal) &&
            IsInsideEdge(point, p2, p0, normal);
 }
 
 bool SPlane::PointPolygonSide(
-    const S3D& p0, const S3D& p1, const S3D& p2, const S3D& p3, const S3D& point, const S3D& normal)
+    const S3D& p0,
+    const S3D& p1,
+    const S3D& p2,
+    const S3D& p3,
+    const S3D& point,
+    const S3D& normal) noexcept
 {
     if (!IsBetween(point.x, p0.x, p1.x, p2.x, p3.x) ||
         !IsBetween(point.y, p0.y, p1.y, p2.y, p3.y) || !IsBetween(point.z, p0.z, p1.z, p2.z, p3.z))
@@ -73,7 +82,13 @@ bool SPlane::PointPolygonSide(
 }
 
 void SPlane::CalcCenterGravity(
-    const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, float& u, float& v, float& w)
+    const S3D& p0,
+    const S3D& p1,
+    const S3D& p2,
+    const S3D& point,
+    float& u,
+    float& v,
+    float& w) noexcept
 {
     const S3D cross12 = S3D::CrossProduct(p1, p2);
     const S3D cross20 = S3D::CrossProduct(p2, p0);

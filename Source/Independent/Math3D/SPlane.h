@@ -15,7 +15,7 @@ struct SPlane
     constexpr SPlane() = default;
 
     /// (newA, newB, newC, newD).
-    constexpr SPlane(float newA, float newB, float newC, float newD)
+    constexpr SPlane(float newA, float newB, float newC, float newD) noexcept
         : a(newA)
         , b(newB)
         , c(newC)
@@ -24,18 +24,21 @@ struct SPlane
     }
 
     /// The plane through a point with a normal of any length, which is kept as it is.
-    constexpr SPlane(const S3D& point, const S3D& normal)
+    constexpr SPlane(const S3D& point, const S3D& normal) noexcept
         : SPlane(normal.x, normal.y, normal.z, -S3D::DotProduct(normal, point))
     {
     }
 
     /// The plane through three points with the unit normal CalcNormal(p0, p1, p2). Points on one
     /// line give the zero plane.
-    SPlane(const S3D& p0, const S3D& p1, const S3D& p2) : SPlane(p0, CalcNormal(p0, p1, p2)) {}
+    SPlane(const S3D& p0, const S3D& p1, const S3D& p2) noexcept
+        : SPlane(p0, CalcNormal(p0, p1, p2))
+    {
+    }
 
     /// The unit normal (p1 - p0) x (p2 - p1). The corners run clockwise as seen from the side that
     /// it points to (left-handed axes). Points on one line give (0, 0, 0).
-    static S3D CalcNormal(const S3D& p0, const S3D& p1, const S3D& p2)
+    [[nodiscard]] static S3D CalcNormal(const S3D& p0, const S3D& p1, const S3D& p2) noexcept
     {
         const S3D cross = S3D::CrossProduct(p1 - p0, p2 - p1);
         const float length = cross.Length();
@@ -44,54 +47,56 @@ struct SPlane
 
     /// Where the segment from start to end, both included, meets this plane. False, with out
     /// unwritten, when it does not or is parallel to the plane.
-    bool CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) const;
+    [[nodiscard]] bool
+    CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) const noexcept;
 
     /// Where the endless line through point along direction (of any length) meets this plane.
     /// False, with out unwritten, when it is parallel to the plane.
-    bool CalcIntersectVector(const S3D& point, const S3D& direction, S3D& out) const;
+    [[nodiscard]] bool
+    CalcIntersectVector(const S3D& point, const S3D& direction, S3D& out) const noexcept;
 
     /// True on the side that the normal points to and on the plane itself.
-    constexpr bool TestFrontPos(const S3D& point) const
+    [[nodiscard]] constexpr bool TestFrontPos(const S3D& point) const noexcept
     {
         return S3D::DotProduct(GetNormal(), point) + d >= 0.0f;
     }
 
     /// Where an endless line meets the plane through planePos with planeNormal; direction and
     /// normal may have any length. False, with out unwritten, when the two are parallel.
-    static bool LinePolyCrossPoint(
+    [[nodiscard]] static bool LinePolyCrossPoint(
         const S3D& linePos,
         const S3D& lineDir,
         const S3D& planePos,
         const S3D& planeNormal,
-        S3D& out);
+        S3D& out) noexcept;
 
     /// True when the point, as seen along the normal, lies in the triangle or on its boundary. The
     /// triangle must be wound so that CalcNormal(p0, p1, p2) points along the normal.
-    static bool PointTriangleSide(
-        const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, const S3D& normal);
+    [[nodiscard]] static bool PointTriangleSide(
+        const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, const S3D& normal) noexcept;
 
     /// True when the point lies in the axis-aligned box of the four corners (bounds included) and,
     /// as seen along the normal, in the convex quadrilateral or on its boundary. It must be wound
     /// so that its CalcNormal points along the normal.
-    static bool PointPolygonSide(
+    [[nodiscard]] static bool PointPolygonSide(
         const S3D& p0,
         const S3D& p1,
         const S3D& p2,
         const S3D& p3,
         const S3D& point,
-        const S3D& normal);
+        const S3D& normal) noexcept;
 
     /// True when the point is on the side that planeNormal points to or on the plane itself.
-    static constexpr bool
-    PointPolySide(const S3D& point, const S3D& planePos, const S3D& planeNormal)
+    [[nodiscard]] static constexpr bool
+    PointPolySide(const S3D& point, const S3D& planePos, const S3D& planeNormal) noexcept
     {
         return CalcHeight(point, planePos, planeNormal) >= 0.0f;
     }
 
     /// The distance of the point from the plane for a unit normal: the larger of CalcHeight and its
     /// negation.
-    static constexpr float
-    CalcDistance(const S3D& point, const S3D& planePos, const S3D& planeNormal)
+    [[nodiscard]] static constexpr float
+    CalcDistance(const S3D& point, const S3D& planePos, const S3D& planeNormal) noexcept
     {
         const float height = CalcHeight(point, planePos, planeNormal);
         return height < -height ? -height : height;
@@ -99,7 +104,8 @@ struct SPlane
 
     /// The signed distance of the point from the plane for a unit normal, (point - planePos) .
     /// planeNormal: positive on the side that the normal points to.
-    static constexpr float CalcHeight(const S3D& point, const S3D& planePos, const S3D& planeNormal)
+    [[nodiscard]] static constexpr float
+    CalcHeight(const S3D& point, const S3D& planePos, const S3D& planeNormal) noexcept
     {
         return S3D::DotProduct(point - planePos, planeNormal);
     }
@@ -114,15 +120,15 @@ struct SPlane
         const S3D& point,
         float& u,
         float& v,
-        float& w);
+        float& w) noexcept;
 
     /// The direction reflected by a mirror with a unit normal, v - 2 * (normal . v) * normal,
     /// normalised. A zero vector stays zero.
-    static S3D CalcMirrorVector(const S3D& vector, const S3D& normal)
+    [[nodiscard]] static S3D CalcMirrorVector(const S3D& vector, const S3D& normal) noexcept
     {
         return (vector - 2.0f * S3D::DotProduct(normal, vector) * normal).GetNormalize();
     }
 
 private:
-    constexpr S3D GetNormal() const { return S3D(a, b, c); }
+    [[nodiscard]] constexpr S3D GetNormal() const noexcept { return S3D(a, b, c); }
 };

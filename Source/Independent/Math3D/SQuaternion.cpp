@@ -39,64 +39,64 @@ SQuaternion FromEulerAngles(float radiansA, float radiansB, float radiansC)
 
 } // namespace
 
-void SQuaternion::SetEulerRadXYZ(const S3D& radians)
+void SQuaternion::SetEulerRadXYZ(const S3D& radians) noexcept
 {
     *this = FromEulerAngles<0, 1, 2>(radians.x, radians.y, radians.z);
 }
 
-void SQuaternion::SetEulerRadYXZ(const S3D& radians)
+void SQuaternion::SetEulerRadYXZ(const S3D& radians) noexcept
 {
     *this = FromEulerAngles<1, 0, 2>(radians.y, radians.x, radians.z);
 }
 
-void SQuaternion::SetEulerRadZXY(const S3D& radians)
+void SQuaternion::SetEulerRadZXY(const S3D& radians) noexcept
 {
     *this = FromEulerAngles<2, 0, 1>(radians.z, radians.x, radians.y);
 }
 
-void SQuaternion::SetEulerRadZYX(const S3D& radians)
+void SQuaternion::SetEulerRadZYX(const S3D& radians) noexcept
 {
     *this = FromEulerAngles<2, 1, 0>(radians.z, radians.y, radians.x);
 }
 
 // The matrices convert degrees by the same formula as S3D does.
-void SQuaternion::SetEulerXYZ(const S3D& degrees)
+void SQuaternion::SetEulerXYZ(const S3D& degrees) noexcept
 {
     SetEulerRadXYZ(degrees.GetDegToRad());
 }
 
-void SQuaternion::SetEulerYXZ(const S3D& degrees)
+void SQuaternion::SetEulerYXZ(const S3D& degrees) noexcept
 {
     SetEulerRadYXZ(degrees.GetDegToRad());
 }
 
-S3D SQuaternion::GetEulerRadXYZ() const
+S3D SQuaternion::GetEulerRadXYZ() const noexcept
 {
     return GetMatrix().GetEulerRadXYZ();
 }
 
-S3D SQuaternion::GetEulerRadYXZ() const
+S3D SQuaternion::GetEulerRadYXZ() const noexcept
 {
     return GetMatrix().GetEulerRadYXZ();
 }
 
-S3D SQuaternion::GetEulerRadZXY() const
+S3D SQuaternion::GetEulerRadZXY() const noexcept
 {
     return GetMatrix().GetEulerRadZXY();
 }
 
-S3D SQuaternion::GetEulerRadZYX() const
+S3D SQuaternion::GetEulerRadZYX() const noexcept
 {
     return GetMatrix().GetEulerRadZYX();
 }
 
-S3D SQuaternion::GetEulerXYZ() const
+S3D SQuaternion::GetEulerXYZ() const noexcept
 {
     constexpr float degreesPerRadian = 57.295776f;
     return GetEulerRadXYZ() * degreesPerRadian;
 }
 
-bool SQuaternion::LimitRotate(double maxRadians)
+bool SQuaternion::LimitRotate(double maxRadians) noexcept
 {
     constexpr double smallestLength = 0.00001;
 

@@ -18,7 +18,7 @@ struct SRect
     constexpr SRect() = default;
 
     /// (newX, newY, newWidth, newHeight).
-    constexpr SRect(int newX, int newY, int newWidth, int newHeight)
+    constexpr SRect(int newX, int newY, int newWidth, int newHeight) noexcept
         : x(newX)
         , y(newY)
         , width(newWidth)
@@ -27,33 +27,33 @@ struct SRect
     }
 
     /// True when any of the four fields differs.
-    constexpr bool operator!=(const SRect& other) const
+    [[nodiscard]] constexpr bool operator!=(const SRect& other) const noexcept
     {
         return x != other.x || y != other.y || width != other.width || height != other.height;
     }
 
     /// Assigns all four fields.
-    void Set(int newX, int newY, int newWidth, int newHeight)
+    constexpr void Set(int newX, int newY, int newWidth, int newHeight) noexcept
     {
         *this = SRect(newX, newY, newWidth, newHeight);
     }
 
     /// The corner (x, y).
-    S2DI GetPos() const { return S2DI(x, y); }
+    [[nodiscard]] S2DI GetPos() const noexcept { return S2DI(x, y); }
 
     /// The size (width, height).
-    S2DI GetSize() const { return S2DI(width, height); }
+    [[nodiscard]] S2DI GetSize() const noexcept { return S2DI(width, height); }
 
     /// The point moved into the rectangle, the last column being x + width - 1 and the last row
     /// y + height - 1. The upper limit has the last word: width 0 gives x - 1, height 0 gives y
     /// - 1.
-    S2DI Limit(const S2DI& point) const
+    [[nodiscard]] S2DI Limit(const S2DI& point) const noexcept
     {
         return S2DI(LimitAxis(point.x, x, width), LimitAxis(point.y, y, height));
     }
 
 private:
-    static constexpr int LimitAxis(int value, int start, int length)
+    [[nodiscard]] static constexpr int LimitAxis(int value, int start, int length) noexcept
     {
         const int end = WrappingAdd(start, length);
         if (value < start)

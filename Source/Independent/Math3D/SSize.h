@@ -7,28 +7,28 @@ struct SSize
     float height = 0.0f;
 
     /// (0, 0).
-    SSize() = default;
+    constexpr SSize() = default;
 
     /// (newWidth, newHeight).
-    SSize(float newWidth, float newHeight) : width(newWidth), height(newHeight) {}
+    constexpr SSize(float newWidth, float newHeight) noexcept : width(newWidth), height(newHeight)
+    {
+    }
 
-    /// Copies both components.
+    /// Copies and moves all members. Virtual, so that other types may derive from this one.
     SSize(const SSize& other) = default;
-
-    /// Copies both components.
+    SSize(SSize&& other) = default;
     SSize& operator=(const SSize& other) = default;
-
-    /// Virtual, so that other types may derive from this one.
+    SSize& operator=(SSize&& other) = default;
     virtual ~SSize() = default;
 
     /// The sum, component by component.
-    SSize operator+(const SSize& other) const
+    [[nodiscard]] SSize operator+(const SSize& other) const noexcept
     {
         return SSize(width + other.width, height + other.height);
     }
 
     /// The difference, component by component.
-    SSize operator-(const SSize& other) const
+    [[nodiscard]] SSize operator-(const SSize& other) const noexcept
     {
         return SSize(width - other.width, height - other.height);
     }

@@ -11,16 +11,22 @@ struct SUV
     constexpr SUV() = default;
 
     /// (newU, newV).
-    constexpr SUV(float newU, float newV) : u(newU), v(newV) {}
+    constexpr SUV(float newU, float newV) noexcept : u(newU), v(newV) {}
 
     /// True when both components are equal.
-    constexpr bool operator==(const SUV& other) const { return u == other.u && v == other.v; }
+    [[nodiscard]] constexpr bool operator==(const SUV& other) const noexcept
+    {
+        return u == other.u && v == other.v;
+    }
 
     /// True when any component differs.
-    constexpr bool operator!=(const SUV& other) const { return !(*this == other); }
+    [[nodiscard]] constexpr bool operator!=(const SUV& other) const noexcept
+    {
+        return !(*this == other);
+    }
 
     /// Adds component by component.
-    SUV& operator+=(const SUV& other)
+    constexpr SUV& operator+=(const SUV& other) noexcept
     {
         u += other.u;
         v += other.v;
@@ -29,7 +35,7 @@ struct SUV
 
     /// Divides each component (a true division, no reciprocal). A divisor of 0 gives infinities or
     /// NaN.
-    SUV& operator/=(float divisor)
+    constexpr SUV& operator/=(float divisor) noexcept
     {
         u /= divisor;
         v /= divisor;
@@ -37,11 +43,11 @@ struct SUV
     }
 
     /// Assigns both components.
-    void Set(float newU, float newV) { *this = SUV(newU, newV); }
+    constexpr void Set(float newU, float newV) noexcept { *this = SUV(newU, newV); }
 
     /// The component u.
-    constexpr float GetU() const { return u; }
+    [[nodiscard]] constexpr float GetU() const noexcept { return u; }
 
     /// The component v.
-    constexpr float GetV() const { return v; }
+    [[nodiscard]] constexpr float GetV() const noexcept { return v; }
 };

@@ -339,6 +339,20 @@ TEST(CProjection, DefaultIsTheIdentityWithoutSizesAndNormals)
     EXPECT_TRUE(projection.GetNormalList().empty());
 }
 
+TEST(CProjection, MovingTakesTheNormalsAlong)
+{
+    CProjection projection;
+    projection.Set(800, 600, 1.0f, 100.0f, 90.0f);
+    const S3D* const normals = projection.GetNormalList().data();
+    CProjection constructed = std::move(projection);
+    EXPECT_EQ(constructed.GetNormalList().data(), normals);
+    CProjection assigned;
+    assigned = std::move(constructed);
+    EXPECT_EQ(assigned.GetNormalList().data(), normals);
+    EXPECT_EQ(assigned.GetNormalList().size(), 6u);
+    EXPECT_EQ(assigned.GetWidth(), 800);
+}
+
 // Set and Resize
 
 TEST(CProjection, SetKeepsItsFiveValues)
