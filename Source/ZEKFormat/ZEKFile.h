@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "ZEKFormat/SZEKFault.h"
 #include "ZEKFormat/ZEKBoneTable.h"
 #include "ZEKFormat/ZEKLightmapSection.h"
 #include "ZEKFormat/ZEKMaterialSection.h"
