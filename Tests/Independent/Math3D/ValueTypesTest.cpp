@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/CBezier.h"
 #include "Independent/Math3D/CBoundingBox.h"
@@ -28,33 +28,6 @@ using namespace math3d;
 
 namespace
 {
-
-template <typename Type>
-class ValueTypes : public testing::Test
-{
-};
-
-using All = testing::Types<
-    S2D,
-    S2DI,
-    S3D,
-    S4D,
-    SUV,
-    SSize,
-    SRect,
-    SColor,
-    SColor32,
-    SMatrix,
-    SQuaternion,
-    SPlane,
-    CDualQuaternion,
-    CTransform,
-    CSphere,
-    CBoundingBox,
-    CBezier,
-    CCamera,
-    CProjection>;
-TYPED_TEST_SUITE(ValueTypes, All);
 
 // What takes no root and no angle is a constant expression, for the types without a virtual
 // destructor, of which there may be constants at all.
@@ -87,20 +60,33 @@ static_assert(SRect(1, 2, 3, 4) != SRect());
 static_assert(SPlane(0.0f, 1.0f, 0.0f, 0.0f).TestFrontPos(S3D()));
 static_assert(SColor::Lerp(SColor(), SColor(), 0.5f) == SColor());
 
+template <typename Type>
+constexpr void CheckSpecialMembers()
+{
+    constexpr bool holdsAList = std::is_same_v<Type, CProjection>;
+    static_assert(std::is_nothrow_default_constructible_v<Type>);
+    static_assert(std::is_copy_constructible_v<Type>);
+    static_assert(std::is_copy_assignable_v<Type>);
+    static_assert(std::is_nothrow_copy_constructible_v<Type> != holdsAList);
+    static_assert(std::is_nothrow_copy_assignable_v<Type> != holdsAList);
+    static_assert(std::is_nothrow_move_constructible_v<Type>);
+    static_assert(std::is_nothrow_move_assignable_v<Type>);
+    static_assert(std::is_nothrow_destructible_v<Type>);
+    // A plain type is plain in all respects.
+    static_assert(std::is_trivially_copyable_v<Type> != std::has_virtual_destructor_v<Type>);
+}
+
+template <typename... Types>
+constexpr void CheckSpecialMembersOfAll()
+{
+    (CheckSpecialMembers<Types>(), ...);
+}
+
 } // namespace
 
-TYPED_TEST(ValueTypes, AreCopiedAndMovedWithoutExceptions)
+TEST(ValueTypes, AreCopiedAndMovedWithoutExceptions)
 {
-    constexpr bool holdsAList = std::is_same_v<TypeParam, CProjection>;
-    static_assert(std::is_nothrow_default_constructible_v<TypeParam>);
-    static_assert(std::is_copy_constructible_v<TypeParam>);
-    static_assert(std::is_copy_assignable_v<TypeParam>);
-    static_assert(std::is_nothrow_copy_constructible_v<TypeParam> != holdsAList);
-    static_assert(std::is_nothrow_copy_assignable_v<TypeParam> != holdsAList);
-    static_assert(std::is_nothrow_move_constructible_v<TypeParam>);
-    static_assert(std::is_nothrow_move_assignable_v<TypeParam>);
-    static_assert(std::is_nothrow_destructible_v<TypeParam>);
-    // A plain type is plain in all respects.
-    static_assert(
-        std::is_trivially_copyable_v<TypeParam> != std::has_virtual_destructor_v<TypeParam>);
+    CheckSpecialMembersOfAll<
+        S2D, S2DI, S3D, S4D, SUV, SSize, SRect, SColor, SColor32, SMatrix, SQuaternion, SPlane,
+        CDualQuaternion, CTransform, CSphere, CBoundingBox, CBezier, CCamera, CProjection>();
 }
