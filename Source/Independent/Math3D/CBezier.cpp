@@ -1,8 +1,8 @@
 #include "Independent/Math3D/CBezier.h"
 
-#include "Independent/Math3D/Scalar.h"
-
 #include <cmath>
+
+#include "Independent/Math3D/Scalar.h"
 
 namespace math3d
 {

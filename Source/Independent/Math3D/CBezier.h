@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Independent/Math3D/S2D.h"
-
 #include <array>
+
+#include "Independent/Math3D/S2D.h"
 
 namespace math3d
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Independent/Math3D/S3D.h"
-
 #include <limits>
+
+#include "Independent/Math3D/S3D.h"
 
 namespace math3d
 {

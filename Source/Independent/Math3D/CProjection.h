@@ -1,11 +1,11 @@
 #pragma once
 
+#include <vector>
+
 #include "Independent/Math3D/CCamera.h"
 #include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/SMatrix.h"
 #include "Independent/Math3D/SPlane.h"
-
-#include <vector>
 
 namespace math3d
 {

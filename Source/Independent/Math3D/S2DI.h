@@ -1,9 +1,9 @@
 #pragma once
 
+#include <cmath>
+
 #include "Independent/Math3D/S2D.h"
 #include "Independent/Math3D/Scalar.h"
-
-#include <cmath>
 
 namespace math3d
 {

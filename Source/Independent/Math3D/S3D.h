@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Independent/Math3D/Scalar.h"
-
 #include <cmath>
+
+#include "Independent/Math3D/Scalar.h"
 
 struct SMatrix;
 

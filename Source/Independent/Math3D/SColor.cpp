@@ -1,8 +1,8 @@
 #include "Independent/Math3D/SColor.h"
 
-#include "Independent/Math3D/Scalar.h"
-
 #include <algorithm>
+
+#include "Independent/Math3D/Scalar.h"
 
 // Constant expressions, so that static objects of other files may use them from the start.
 constexpr SColor SColor::Black(0.0f, 0.0f, 0.0f, 1.0f);

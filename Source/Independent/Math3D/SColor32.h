@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Independent/Math3D/SColor.h"
-
 #include <cstdint>
+
+#include "Independent/Math3D/SColor.h"
 
 namespace math3d
 {

@@ -1,8 +1,8 @@
 #include "Independent/Math3D/SMatrix.h"
 
-#include "Independent/Math3D/Float4.h"
-
 #include <cmath>
+
+#include "Independent/Math3D/Float4.h"
 
 using math3d::detail::Float4;
 using math3d::detail::LoadFloat4;

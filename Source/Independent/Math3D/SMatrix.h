@@ -1,11 +1,11 @@
 #pragma once
 
+#include <cmath>
+
 #include "Independent/Math3D/Float4.h"
 #include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/S4D.h"
 #include "Independent/Math3D/SQuaternion.h"
-
-#include <cmath>
 
 /// A 4x4 matrix of floats for affine and projective transforms.
 ///

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Independent/Math3D/Float4.h"
-
 #include <cmath>
+
+#include "Independent/Math3D/Float4.h"
 
 struct S3D;
 struct SMatrix;

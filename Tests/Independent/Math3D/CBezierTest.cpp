@@ -1,13 +1,13 @@
 #include "Independent/Math3D/CBezier.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <string>
 #include <type_traits>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

@@ -1,7 +1,5 @@
 #include "Independent/Math3D/CBoundingBox.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,6 +8,8 @@
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

@@ -1,10 +1,10 @@
 #include "Independent/Math3D/CCamera.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <string>
 #include <type_traits>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

@@ -1,8 +1,5 @@
 #include "Independent/Math3D/CProjection.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -12,6 +9,9 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

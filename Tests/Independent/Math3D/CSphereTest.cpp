@@ -1,14 +1,14 @@
 #include "Independent/Math3D/CSphere.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <string>
 #include <type_traits>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

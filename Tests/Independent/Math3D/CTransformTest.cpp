@@ -1,9 +1,9 @@
 #include "Independent/Math3D/CTransform.h"
 
-#include <gtest/gtest.h>
+#include <type_traits>
 
 #include <Eigen/Dense>
-#include <type_traits>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

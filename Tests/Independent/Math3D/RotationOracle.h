@@ -1,10 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <cmath>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

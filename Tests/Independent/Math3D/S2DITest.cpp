@@ -1,10 +1,10 @@
 #include "Independent/Math3D/S2DI.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstdint>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/S2D.h"

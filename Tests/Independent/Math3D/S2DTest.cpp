@@ -1,9 +1,9 @@
 #include "Independent/Math3D/S2D.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/S2DI.h"

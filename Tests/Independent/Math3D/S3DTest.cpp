@@ -1,12 +1,12 @@
 #include "Independent/Math3D/S3D.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstddef>
 #include <tuple>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/SMatrix.h"

@@ -3,9 +3,9 @@
 #define NDEBUG
 #endif
 
-#include "Independent/Math3D/S3D.h"
-
 #include <gtest/gtest.h>
+
+#include "Independent/Math3D/S3D.h"
 
 TEST(S3DWithoutAssertionsDeathTest, IndexOutOfRangeFailsTheAssertionAllTheSame)
 {

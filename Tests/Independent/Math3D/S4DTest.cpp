@@ -1,10 +1,10 @@
 #include "Independent/Math3D/S4D.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/SMatrix.h"

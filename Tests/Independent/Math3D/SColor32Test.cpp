@@ -1,9 +1,9 @@
 #include "Independent/Math3D/SColor32.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

@@ -1,13 +1,13 @@
 #include "Independent/Math3D/SMatrix.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 #include <type_traits>
 #include <vector>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

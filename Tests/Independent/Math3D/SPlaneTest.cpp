@@ -1,15 +1,15 @@
 #include "Independent/Math3D/SPlane.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
-#include <Eigen/Geometry>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+
+#include <Eigen/Dense>
+#include <Eigen/Geometry>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

@@ -1,12 +1,12 @@
 #include "Independent/Math3D/SQuaternion.h"
 
-#include <gtest/gtest.h>
-
-#include <Eigen/Dense>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <type_traits>
+
+#include <Eigen/Dense>
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/RotationOracle.h"

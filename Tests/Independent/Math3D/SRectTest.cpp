@@ -1,11 +1,11 @@
 #include "Independent/Math3D/SRect.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

@@ -1,8 +1,8 @@
 #include "Independent/Math3D/SSize.h"
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 

@@ -1,9 +1,9 @@
 #include "Independent/Math3D/SUV.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
 
