@@ -8,14 +8,28 @@ namespace zek
 
 bool CZEKOverwriter::Overwrite(const std::string& path)
 {
-    std::vector<unsigned char> image;
-    return filesystem::CFile::ReadImage(image, path) && OverwriteImage(image, path) &&
-           filesystem::CFile::WriteImage(image, path);
+    filesystem::CFileBuffer image;
+    return filesystem::CFile::ReadBuffer(image, path) &&
+           OverwriteBytes(image.GetData(), image.GetSize(), path) &&
+           filesystem::CFile::WriteBuffer(image, path);
 }
 
 bool CZEKOverwriter::OverwriteImage(std::vector<unsigned char>& image, const std::string& path)
 {
-    fileimage::CFileImageAnalyser reader(image.data(), image.data() + image.size());
+    return OverwriteBytes(image.data(), image.size(), path);
+}
+
+bool CZEKOverwriter::OverwriteBytes(
+    const unsigned char* image, std::size_t size, const std::string& path)
+{
+    // The addresses go with the image, also when memory runs out.
+    struct CForget
+    {
+        ~CForget() { flags = CZEKFlagSink(); }
+        CZEKFlagSink& flags;
+    } forget{m_Flags};
+
+    fileimage::CFileImageAnalyser reader(image, image + size);
     int version;
     if (!AnalyseHeader(reader, version) || !AnalyseSections(reader, version))
         return false;

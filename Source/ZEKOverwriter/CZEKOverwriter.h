@@ -42,7 +42,8 @@ public:
     bool Overwrite(const std::string& path);
 
     /// The same on a file image in memory, without reading or writing the file: path only says
-    /// where to look for variants. On false the image is as it was.
+    /// where to look for variants. On false the image is as it was. What the walkers kept is gone
+    /// afterwards.
     bool OverwriteImage(std::vector<unsigned char>& image, const std::string& path);
 
     /// Walks the file's start: magic, version and what stands before the first section, and from
@@ -160,6 +161,9 @@ public:
     const std::vector<std::string>& GetProbeNameList() const { return m_Flags.GetProbeNameList(); }
 
 private:
+    /// Does the whole job on bytes that may be written to, const as the walk's addresses are.
+    bool OverwriteBytes(const unsigned char* image, std::size_t size, const std::string& path);
+
     CZEKFlagSink m_Flags;
 };
 

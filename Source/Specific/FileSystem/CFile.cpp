@@ -8,10 +8,6 @@
 
 #include "Specific/FileSystem/CFilePath.h"
 
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
-
 namespace filesystem
 {
 
@@ -24,23 +20,6 @@ constexpr unsigned int ReadStringChunkSize = 128;
 bool IsStartingWith(const std::string& text, const char* prefix)
 {
     return text.compare(0, std::strlen(prefix), prefix) == 0;
-}
-
-/// Makes a vector a number of zero bytes. A large one is put on huge pages where the system has
-/// them: mapping it page by page would cost as much as reading the file.
-void ResizeImage(std::vector<unsigned char>& image, std::size_t size)
-{
-#ifdef __linux__
-    constexpr std::size_t pageSize = 4096;
-    constexpr std::size_t smallestSize = 4UL * 1024 * 1024;
-    if (size >= smallestSize)
-    {
-        image.reserve(size);
-        const std::size_t toPageStart = -reinterpret_cast<std::uintptr_t>(image.data()) % pageSize;
-        madvise(image.data() + toPageStart, size - pageSize, MADV_HUGEPAGE);
-    }
-#endif
-    image.resize(size);
 }
 
 } // namespace
@@ -197,26 +176,51 @@ bool CFile::ReadString(std::string& out)
 bool CFile::ReadImage(std::vector<unsigned char>& image, const std::string& name)
 {
     CFile file;
+    if (!file.OpenImage(name))
+        return false;
+    image.resize(file.GetSize());
+    return file.ReadWhole(image.data()) && file.Close();
+}
+
+bool CFile::ReadBuffer(CFileBuffer& buffer, const std::string& name)
+{
+    CFile file;
+    if (!file.OpenImage(name))
+        return false;
+    buffer.Allocate(file.GetSize());
+    return file.ReadWhole(buffer.GetData()) && file.Close();
+}
+
+bool CFile::OpenImage(const std::string& name)
+{
     std::int64_t fileSize;
-    if (!file.OpenAndMeasure(name, EBuffering::Off, fileSize) || fileSize > LargestSize)
-        return false;
-    ResizeImage(image, file.GetSize());
-    if (!image.empty() && !file.Read(image.data(), static_cast<int>(image.size())))
-        return false;
-    return file.Close();
+    return OpenAndMeasure(name, EBuffering::Off, fileSize) && fileSize <= LargestSize;
+}
+
+bool CFile::ReadWhole(unsigned char* dest)
+{
+    return m_Size == 0 || Read(dest, static_cast<int>(m_Size));
 }
 
 bool CFile::WriteImage(const std::vector<unsigned char>& image, const std::string& name)
 {
-    if (image.size() > LargestSize)
+    return WriteWhole(image.data(), image.size(), name);
+}
+
+bool CFile::WriteBuffer(const CFileBuffer& buffer, const std::string& name)
+{
+    return WriteWhole(buffer.GetData(), buffer.GetSize(), name);
+}
+
+bool CFile::WriteWhole(const unsigned char* src, std::size_t size, const std::string& name)
+{
+    if (size > LargestSize)
         return false;
     CFile file;
     if (!file.Create(name))
         return false;
     file.StopBuffering();
-    if (!image.empty() && !file.Write(image.data(), static_cast<int>(image.size())))
-        return false;
-    return file.Close();
+    return file.Write(src, static_cast<int>(size)) && file.Close();
 }
 
 bool CFile::ReadTextImage(std::string& text, const std::string& name)

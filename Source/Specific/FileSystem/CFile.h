@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "Specific/FileSystem/CFileBuffer.h"
+
 namespace filesystem
 {
 
@@ -84,10 +86,16 @@ public:
     /// - with image filled when the file cannot be closed.
     static bool ReadImage(std::vector<unsigned char>& image, const std::string& name);
 
+    /// Does as `ReadImage` into a buffer, which is faster with a large file.
+    static bool ReadBuffer(CFileBuffer& buffer, const std::string& name);
+
     /// Writes image to a file that `Create` makes. On failure the file may be left truncated or
     /// partly written, except that an image over 32 bits of size is refused before the file is
     /// touched. A zero byte ends the name.
     static bool WriteImage(const std::vector<unsigned char>& image, const std::string& name);
+
+    /// Does as `WriteImage` from a buffer.
+    static bool WriteBuffer(const CFileBuffer& buffer, const std::string& name);
 
     /// Reads a file as text up to its first zero byte. An empty file succeeds and leaves text
     /// unchanged, and so does a failure.
@@ -113,6 +121,15 @@ private:
 
     /// Opens a file for reading, as `Open` says, and finds out its size, all 64 bits of it.
     bool OpenAndMeasure(const std::string& name, EBuffering buffering, std::int64_t& fileSize);
+
+    /// Opens a file that is to be read whole; fails when its size does not fit 32 bits.
+    bool OpenImage(const std::string& name);
+
+    /// Reads the whole of a file that has just been opened.
+    bool ReadWhole(unsigned char* dest);
+
+    /// Writes size bytes to a file that `Create` makes.
+    static bool WriteWhole(const unsigned char* src, std::size_t size, const std::string& name);
 
     /// Has a file that is moved whole go straight between disk and image, in one system call where
     /// a buffer would take several.
