@@ -41,17 +41,34 @@ std::size_t GetCost(void* block)
 
 } // namespace
 
-// The forms for arrays and those that do not throw come down to these three.
-void* operator new(std::size_t size)
+namespace
 {
-    Tell(size);
-    void* block = std::malloc(size == 0 ? 1 : size);
+
+void* Count(void* block)
+{
     if (block == nullptr)
         throw std::bad_alloc();
     g_LiveBytes += GetCost(block);
     g_LiveBlocks += 1;
     g_PeakBytes = std::max(g_PeakBytes, g_LiveBytes);
     return block;
+}
+
+} // namespace
+
+// The forms for arrays and those that do not throw come down to these.
+void* operator new(std::size_t size)
+{
+    Tell(size);
+    return Count(std::malloc(size == 0 ? 1 : size));
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    Tell(size);
+    const auto unit = static_cast<std::size_t>(alignment);
+    return Count(
+        std::aligned_alloc(unit, (std::max<std::size_t>(size, 1) + unit - 1) / unit * unit));
 }
 
 void operator delete(void* block) noexcept
@@ -61,6 +78,11 @@ void operator delete(void* block) noexcept
     g_LiveBytes -= GetCost(block);
     g_LiveBlocks -= 1;
     std::free(block);
+}
+
+void operator delete(void* block, std::align_val_t) noexcept
+{
+    operator delete(block);
 }
 
 void operator delete(void* block, std::size_t) noexcept
