@@ -1,12 +1,13 @@
 # One call per library. A library names its own sources and headers and the libraries that it
 # builds on; nothing else of the tree is linked into it, so what is missing here does not link.
 #
-#   zek_add_library(NAME SOURCES a.cpp ... HEADERS a.h ... [BUILDS_ON Other ...])
+#   zek_add_library(NAME SOURCES a.cpp ... HEADERS a.h ... [INTERNAL] [BUILDS_ON Other ...])
 #
 # defines the static library zek_NAME, so that a project that this tree is part of may have a target
-# NAME of its own. To everybody else it is ZEKTexComp::NAME, installed or not.
+# NAME of its own. To everybody else it is ZEKTexComp::NAME, installed or not. One that is INTERNAL
+# is part of a program and never installed.
 function(zek_add_library NAME)
-    cmake_parse_arguments(PARSE_ARGV 1 LIBRARY "" "" "SOURCES;HEADERS;BUILDS_ON")
+    cmake_parse_arguments(PARSE_ARGV 1 LIBRARY "INTERNAL" "" "SOURCES;HEADERS;BUILDS_ON")
 
     set(TARGET zek_${NAME})
     add_library(${TARGET} STATIC ${LIBRARY_SOURCES})
@@ -23,6 +24,9 @@ function(zek_add_library NAME)
         target_link_libraries(${TARGET} PUBLIC ZEKTexComp::${OTHER})
     endforeach()
 
+    if(LIBRARY_INTERNAL)
+        return()
+    endif()
     set_property(GLOBAL APPEND PROPERTY ZEK_LIBRARIES ${TARGET})
     foreach(HEADER IN LISTS LIBRARY_HEADERS)
         set_property(GLOBAL APPEND PROPERTY ZEK_HEADERS ${CMAKE_CURRENT_SOURCE_DIR}/${HEADER})

@@ -1,8 +1,10 @@
 # Read by the other scripts, not run: installing from Debian's packages, and saying what goes on.
 
 # What it takes to build, to build and run the tests, and to build the benchmarks.
-build_packages=(cmake g++ ninja-build)
-test_packages=("${build_packages[@]}" binutils libeigen3-dev libgtest-dev locales python3 strace)
+zek_packages=(libcli11-dev libfmt-dev nlohmann-json3-dev)
+build_packages=(cmake g++ ninja-build "${zek_packages[@]}")
+test_packages=("${build_packages[@]}" binutils libeigen3-dev libgtest-dev locales python3
+    python3-jsonschema strace)
 benchmark_packages=("${build_packages[@]}" libbenchmark-dev libeigen3-dev libglm-dev)
 
 # Prints what the script is at.
