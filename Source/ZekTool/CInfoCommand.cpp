@@ -1,0 +1,113 @@
+#include "ZekTool/CInfoCommand.h"
+
+#include <fmt/format.h>
+
+#include "ZekTool/FamilyNames.h"
+#include "ZekTool/Json.h"
+#include "ZekTool/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+/// Returns a line for an item: what it is, its name and its flags.
+std::string MakeItemLine(const std::string& title, const SItemInfo& item)
+{
+    std::string line = "  " + title + ' ' + MakeQuoted(item.name);
+    for (std::size_t family = 0; item.hasFlags && family < FamilyNames.size(); ++family)
+        line += fmt::format(
+            "{} {} {}", family == 0 ? ":" : ",", FamilyNames[family], item.flags[family]);
+    return line + '\n';
+}
+
+Json MakeItemJson(std::size_t index, const SItemInfo& item)
+{
+    Json json = {{"index", index}, {"name", MakeJsonText(item.name)}, {"flags", nullptr}};
+    for (std::size_t family = 0; item.hasFlags && family < FamilyNames.size(); ++family)
+        json["flags"][std::string(FamilyNames[family])] = item.flags[family];
+    return json;
+}
+
+Json MakeItemListJson(const std::vector<SItemInfo>& items)
+{
+    Json json = Json::array();
+    for (std::size_t i = 0; i < items.size(); ++i)
+        json.push_back(MakeItemJson(i, items[i]));
+    return json;
+}
+
+std::size_t ToCount(int count)
+{
+    return static_cast<std::size_t>(count);
+}
+
+} // namespace
+
+SResult CInfoCommand::Run(const SModelPath& model)
+{
+    SModelInfo info;
+    const std::string error = ReadModelInfo(model.path, info);
+    if (!error.empty())
+        return MakeFailure(model, EOutcome::Failed, error);
+    return {EOutcome::Well, m_IsJson ? MakeJson(model, info) : MakeText(model, info)};
+}
+
+SResult CInfoCommand::MakeFailure(
+    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+{
+    if (m_IsJson)
+        return {
+            outcome,
+            MakeJsonLine({{"model", MakeJsonText(model.path)}, {"error", MakeJsonText(reason)}})};
+    return {outcome, MakeFailureLine(model.path, outcome, reason)};
+}
+
+std::string CInfoCommand::MakeSummary(const STally& tally) const
+{
+    return fmt::format("{} shown, {} failed", tally.well, tally.failed);
+}
+
+std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& info) const
+{
+    std::string text = fmt::format(
+        "{}: version {}, {}, {}, {}, {}, {}, {}, {}, {}{}\n", MakeShowable(model.path),
+        info.version, MakeCount(static_cast<std::size_t>(info.size), "byte", "bytes"),
+        MakeCount(info.nodeCount, "node", "nodes"), MakeCount(info.meshCount, "mesh", "meshes"),
+        MakeCount(info.materialCount, "material", "materials"),
+        MakeCount(info.boneCount, "bone", "bones"),
+        MakeCount(info.textures.size(), "texture", "textures"),
+        MakeCount(ToCount(info.probeCount), "probe", "probes"),
+        MakeCount(ToCount(info.lightmapCount), "lightmap", "lightmaps"),
+        !info.hasMarker    ? ""
+        : info.isProcessed ? ", processed"
+                           : ", not processed");
+    for (std::size_t i = 0; i < info.textures.size(); ++i)
+        text += MakeItemLine(fmt::format("texture {:03}", i), info.textures[i]);
+    for (std::size_t i = 0; i < info.probes.size(); ++i)
+        text += MakeItemLine(fmt::format("probe {}", i), info.probes[i]);
+    for (std::size_t i = 0; i < info.lightmaps.size(); ++i)
+        text += MakeItemLine(fmt::format("lightmap {}", i), info.lightmaps[i]);
+    return text;
+}
+
+std::string CInfoCommand::MakeJson(const SModelPath& model, const SModelInfo& info) const
+{
+    return MakeJsonLine(
+        {{"model", MakeJsonText(model.path)},
+         {"version", info.version},
+         {"size", info.size},
+         {"processed", info.hasMarker ? Json(info.isProcessed) : Json(nullptr)},
+         {"nodes", info.nodeCount},
+         {"meshes", info.meshCount},
+         {"materials", info.materialCount},
+         {"bones", info.boneCount},
+         {"probeCount", info.probeCount},
+         {"lightmapCount", info.lightmapCount},
+         {"textures", MakeItemListJson(info.textures)},
+         {"probes", MakeItemListJson(info.probes)},
+         {"lightmaps", MakeItemListJson(info.lightmaps)}});
+}
+
+} // namespace zektool
