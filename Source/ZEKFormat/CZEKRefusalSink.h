@@ -39,6 +39,9 @@ public:
 
     void Refuse(const SZEKFault& fault);
 
+    /// Returns the place of a field of the record that the walk is in.
+    SZEKLocation Locate(std::string_view field, std::int64_t offset) const;
+
     /// What was refused; only valid when the walk returned false.
     const SZEKRefusal& GetRefusal() const { return m_Refusal; }
 
