@@ -1,0 +1,206 @@
+#include "ZekTool/Checker.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <string_view>
+
+#include "Specific/FileSystem/CRandomAccessFile.h"
+#include "ZEKFormat/CZEKFileSource.h"
+#include "ZEKFormat/CZEKWalk.h"
+#include "ZEKFormat/ZEKFile.h"
+#include "ZekTool/CReferenceSink.h"
+#include "ZekTool/CSurveySink.h"
+#include "ZekTool/CVariantCheck.h"
+#include "ZekTool/CVariantFolderCheck.h"
+#include "ZekTool/FileKind.h"
+
+namespace fs = std::filesystem;
+
+namespace zektool
+{
+
+namespace
+{
+
+constexpr std::int64_t LargestSize = std::numeric_limits<std::uint32_t>::max();
+constexpr std::size_t KindByteCount = 64; // by which a file that is no model is described
+
+SFinding MakeModelFinding(const std::string& message)
+{
+    SFinding finding;
+    finding.location.section = "model";
+    finding.message = message;
+    return finding;
+}
+
+std::string DescribeWhyNotOpened(const std::string& path)
+{
+    std::error_code error;
+    switch (fs::status(path, error).type())
+    {
+    case fs::file_type::not_found:
+        return "there is no such file";
+    case fs::file_type::directory:
+        return "it is a folder";
+    case fs::file_type::regular:
+        return "it may not be read";
+    default:
+        break;
+    }
+    return error ? "it cannot be reached: " + error.message() : "it is no regular file";
+}
+
+std::string ReadStart(filesystem::CRandomAccessFile& file)
+{
+    std::string start(KindByteCount, '\0');
+    const std::int64_t count = file.Read(0, start.data(), KindByteCount);
+    start.resize(static_cast<std::size_t>(count));
+    return start;
+}
+
+EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, std::int64_t size)
+{
+    if (size == 0)
+        return EFinding::EmptyFile;
+    if (refusal.kind == zek::SZEKFault::Unreadable)
+        return EFinding::Unreadable;
+    if (refusal.field == "magic")
+        return EFinding::NotAModel;
+    if (refusal.kind == zek::SZEKFault::TooShort)
+        return EFinding::Truncated;
+    if (refusal.kind == zek::SZEKFault::Unterminated)
+        return EFinding::UnterminatedName;
+    if (refusal.section != "header")
+        return EFinding::WrongSwitch;
+    return refusal.field == "version" ? EFinding::TooOld : EFinding::WrongHeader;
+}
+
+void AddRefusal(
+    const zek::SZEKRefusal& refusal, filesystem::CRandomAccessFile& file, CFindingList& findings)
+{
+    const EFinding finding = GetRefusalFinding(refusal, file.GetSize());
+    findings.Add(
+        finding,
+        [&]
+        {
+            SFinding made;
+            made.location = refusal;
+            made.message = refusal.GetCauseText();
+            if (finding == EFinding::EmptyFile)
+                made.message = "the file is empty";
+            else if (finding == EFinding::NotAModel)
+                made.message = "it looks like " + DescribeFileKind(ReadStart(file));
+            return made;
+        });
+}
+
+void CheckProcessedMarker(
+    const SSurvey& survey, filesystem::CRandomAccessFile& file, CFindingList& findings)
+{
+    unsigned char marker = 1;
+    if (survey.processedMarkerOffset < 0 ||
+        file.Read(survey.processedMarkerOffset, &marker, 1) != 1 || marker == 1)
+        return;
+    findings.Add(
+        EFinding::NotMarked,
+        [&]
+        {
+            SFinding finding;
+            finding.location.section = "header";
+            finding.location.field = "processedMarker";
+            finding.location.offset = survey.processedMarkerOffset;
+            finding.message = "its first byte is " + std::to_string(marker) + " instead of 1";
+            return finding;
+        });
+}
+
+void CheckReferences(
+    const SSurvey& survey, bool isDeep, filesystem::CRandomAccessFile& file, CFindingList& findings)
+{
+    if (!isDeep && !CReferenceSink::IsNeeded(survey))
+        return;
+    zek::CZEKFileSource source(file);
+    CReferenceSink sink(survey, isDeep, findings);
+    zek::CZEKWalk<zek::CZEKFileSource, CReferenceSink> walk(source, sink);
+    if (!WalkFile(walk))
+        AddRefusal(sink.GetRefusal(), file, findings);
+}
+
+void CheckVariants(
+    const std::string& path,
+    const SSurvey& survey,
+    const SCheckOptions& options,
+    CFindingList& findings)
+{
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    CVariantCheck check(folder, options, findings);
+    check.CheckItems(zek::EZEKItemKind::Texture, survey.textures);
+    check.CheckItems(zek::EZEKItemKind::Cubemap, survey.cubemaps);
+    check.CheckItems(zek::EZEKItemKind::Lightmap, survey.lightmaps);
+    CheckSharedLightmaps(survey.lightmaps, findings);
+    CVariantFolderCheck(path, folder, survey, findings).Check();
+}
+
+void AddTooLarge(std::int64_t size, CFindingList& findings)
+{
+    findings.Add(
+        EFinding::TooLarge,
+        [&] { return MakeModelFinding("it has " + std::to_string(size) + " bytes"); });
+}
+
+void AddBytesAfterEnd(std::int64_t end, std::int64_t count, CFindingList& findings)
+{
+    findings.Add(
+        EFinding::BytesAfterEnd,
+        [&]
+        {
+            SFinding finding = MakeModelFinding(
+                std::to_string(count) + " bytes follow the last section and are never read");
+            finding.location.field = "end";
+            finding.location.offset = end;
+            return finding;
+        });
+}
+
+void CheckFile(
+    const std::string& path,
+    filesystem::CRandomAccessFile& file,
+    const SCheckOptions& options,
+    CFindingList& findings)
+{
+    if (file.GetSize() > LargestSize)
+        AddTooLarge(file.GetSize(), findings);
+
+    SSurvey survey;
+    zek::CZEKFileSource source(file);
+    CSurveySink sink(survey, findings);
+    zek::CZEKWalk<zek::CZEKFileSource, CSurveySink> walk(source, sink);
+    if (!WalkFile(walk))
+    {
+        AddRefusal(sink.GetRefusal(), file, findings);
+        return;
+    }
+    CheckProcessedMarker(survey, file, findings);
+    CheckVariants(path, survey, options, findings);
+    CheckReferences(survey, options.isDeep, file, findings);
+    if (source.GetLeft() > 0)
+        AddBytesAfterEnd(source.GetPos(), source.GetLeft(), findings);
+}
+
+} // namespace
+
+SCheckResult Check(const std::string& path, const SCheckOptions& options)
+{
+    CFindingList findings(options);
+    filesystem::CRandomAccessFile file;
+    if (file.Open(path))
+        CheckFile(path, file, options, findings);
+    else
+        findings.Add(
+            EFinding::CannotOpen, [&] { return MakeModelFinding(DescribeWhyNotOpened(path)); });
+    return findings.TakeResult();
+}
+
+} // namespace zektool

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ZEKFormat/ZEKFlags.h"
+
+namespace zektool
+{
+
+/// An item that may have compressed variants, as the model has it.
+struct SSurveyedItem
+{
+    std::string name; ///< of a probe before version 26 its index
+    std::array<unsigned char, zek::CompressionFamilyCount> flags = {};
+    std::int64_t flagsOffset = 0;
+};
+
+/// The lowest and the highest of the indices into a list.
+struct SIndexRange
+{
+    int lowest = -1;
+    int highest = -1;
+
+    void Add(int index)
+    {
+        lowest = std::min(lowest, index);
+        highest = std::max(highest, index);
+    }
+
+    /// True when all are below the list's count, or -1 for none.
+    bool IsWithin(int count) const { return lowest >= -1 && highest < count; }
+};
+
+/// What is kept of a model to check it: the items, the parents, and of everything else only counts.
+struct SSurvey
+{
+    std::int64_t processedMarkerOffset = -1; ///< -1 when the version has none
+    std::vector<SSurveyedItem> textures;
+    std::vector<SSurveyedItem> cubemaps; ///< of the probes, where their version has flags
+    std::vector<SSurveyedItem> lightmaps;
+    int namelessLightmapCount = 0; ///< lightmaps without records, before version 26
+
+    std::vector<int> parents; ///< of the nodes
+    int meshCount = 0;
+    int materialCount = 0;
+    int boneCount = 0;
+
+    SIndexRange meshIndices;
+    SIndexRange parentIndices;
+    SIndexRange materialIndices;
+    SIndexRange textureIndices;
+
+    int GetNodeCount() const { return static_cast<int>(parents.size()); }
+    int GetTextureCount() const { return static_cast<int>(textures.size()); }
+};
+
+} // namespace zektool
