@@ -39,7 +39,7 @@ bool WalkHeader(Walk& walk, SZEKHeader& header)
     const auto walkMarker = [&](auto& fields)
     {
         header.processedMarker = fields.GetPlace();
-        fields.Int("processedMarker");
+        header.processedMarkerValue = fields.Int("processedMarker");
     };
     if (header.version >= version::ProcessedMarker && !walk.Block("processedMarker", walkMarker))
         return false;

@@ -26,6 +26,7 @@ struct SZEKHeader
 {
     int version = 0;
     SZEKPlace processedMarker; ///< nowhere before version 21
+    int processedMarkerValue = 0;
 };
 
 struct SZEKCollider

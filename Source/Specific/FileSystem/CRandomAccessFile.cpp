@@ -1,6 +1,7 @@
 #include "Specific/FileSystem/CRandomAccessFile.h"
 
 #include <cerrno>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,24 +10,77 @@
 namespace filesystem
 {
 
+namespace
+{
+
+// Not blocking: a FIFO would wait for a writer.
+constexpr int CommonFlags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+constexpr int NotRegular = -1; // among the system's error numbers, which are positive
+
+SFileState MakeState(const struct stat& status)
+{
+#ifdef __APPLE__
+    const timespec& changed = status.st_ctimespec;
+#else
+    const timespec& changed = status.st_ctim;
+#endif
+    return {
+        static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
+        status.st_size, changed.tv_sec, changed.tv_nsec};
+}
+
+} // namespace
+
 CRandomAccessFile::~CRandomAccessFile()
 {
     Close();
 }
 
+bool CRandomAccessFile::CanOpen(const std::string& path)
+{
+    const int file = open(path.c_str(), O_RDONLY | CommonFlags);
+    // Somebody else's lease, whom the system would wait for, is on a file that can be opened.
+    if (file < 0)
+        return errno == EWOULDBLOCK;
+    close(file);
+    return true;
+}
+
 bool CRandomAccessFile::Open(const std::string& path)
 {
+    return OpenWith(path, O_RDONLY);
+}
+
+bool CRandomAccessFile::OpenToWrite(const std::string& path)
+{
+    return OpenWith(path, O_RDWR);
+}
+
+bool CRandomAccessFile::Create(const std::string& path)
+{
+    return OpenWith(path, O_RDWR | O_CREAT | O_EXCL);
+}
+
+bool CRandomAccessFile::OpenWith(const std::string& path, int flags)
+{
+    constexpr mode_t permissions = 0666; // less those that the user's mask takes away
     Close();
-    // Not blocking: a FIFO would wait for a writer.
-    m_File = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    m_File = open(path.c_str(), flags | CommonFlags, permissions);
     struct stat status;
-    if (m_File < 0 || fstat(m_File, &status) != 0 || !S_ISREG(status.st_mode))
-    {
-        Close();
-        return false;
-    }
-    m_Size = status.st_size;
+    if (m_File < 0 || fstat(m_File, &status) != 0)
+        return Fail(errno);
+    if (!S_ISREG(status.st_mode))
+        return Fail(NotRegular);
+    m_State = MakeState(status);
     return true;
+}
+
+bool CRandomAccessFile::Fail(int error)
+{
+    Close();
+    m_Error = error;
+    return false;
 }
 
 void CRandomAccessFile::Close()
@@ -34,6 +88,12 @@ void CRandomAccessFile::Close()
     if (m_File >= 0)
         close(m_File);
     m_File = -1;
+}
+
+bool CRandomAccessFile::IsUnchanged() const
+{
+    struct stat status;
+    return fstat(m_File, &status) == 0 && MakeState(status) == m_State;
 }
 
 std::int64_t CRandomAccessFile::Read(std::int64_t pos, void* dest, std::int64_t size)
@@ -51,6 +111,47 @@ std::int64_t CRandomAccessFile::Read(std::int64_t pos, void* dest, std::int64_t 
         total += count;
     }
     return total;
+}
+
+bool CRandomAccessFile::Write(std::int64_t pos, const void* source, std::int64_t size)
+{
+    std::int64_t total = 0;
+    while (total < size)
+    {
+        const ssize_t count = pwrite(
+            m_File, static_cast<const char*>(source) + total,
+            static_cast<std::size_t>(size - total), static_cast<off_t>(pos + total));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+        {
+            m_Error = count < 0 ? errno : EIO;
+            return false;
+        }
+        total += count;
+    }
+    return true;
+}
+
+bool CRandomAccessFile::Touch()
+{
+    if (futimens(m_File, nullptr) == 0)
+        return true;
+    m_Error = errno;
+    return false;
+}
+
+bool CRandomAccessFile::Flush()
+{
+    if (fsync(m_File) == 0)
+        return true;
+    m_Error = errno;
+    return false;
+}
+
+std::string CRandomAccessFile::GetError() const
+{
+    return m_Error == NotRegular ? "Not a regular file" : std::generic_category().message(m_Error);
 }
 
 } // namespace filesystem

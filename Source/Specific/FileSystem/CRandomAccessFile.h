@@ -3,13 +3,16 @@
 #include <cstdint>
 #include <string>
 
+#include "Specific/FileSystem/SFileState.h"
+
 namespace filesystem
 {
 
-/// A regular file, open for reading at any position. Positions and sizes have 64 bits. The path is
-/// the system's own: nothing in it is replaced or translated.
+/// A regular file, open for reading, or for reading and writing, at any position. Positions and
+/// sizes have 64 bits. The path is the system's own: nothing in it is replaced or translated.
 ///
-/// Every failure is a false result; nothing is printed or thrown.
+/// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown.
+/// What the system is asked for stands in CRandomAccessFile.cpp alone.
 class CRandomAccessFile
 {
 public:
@@ -19,23 +22,56 @@ public:
     CRandomAccessFile(const CRandomAccessFile&) = delete;
     CRandomAccessFile& operator=(const CRandomAccessFile&) = delete;
 
-    /// Opens an existing file, after closing what was open. Anything but a regular file (a folder,
-    /// a device, a FIFO) is refused without waiting for it.
+    /// True when the path can be opened for reading, whatever it is: what `CFindFile::IsExistFile`
+    /// says, but without waiting for a FIFO's writer or a device.
+    static bool CanOpen(const std::string& path);
+
+    /// Opens an existing file for reading, after closing what was open. Anything but a regular file
+    /// (a folder, a device, a FIFO) is refused without waiting for it.
     bool Open(const std::string& path);
+
+    /// The same for reading and writing. Nothing in the file changes by it.
+    bool OpenToWrite(const std::string& path);
+
+    /// Makes a file that did not exist, open for reading and writing.
+    bool Create(const std::string& path);
 
     /// Closes the file, if one is open.
     void Close();
 
+    /// Returns what the file was when it was opened.
+    const SFileState& GetState() const { return m_State; }
+
     /// Returns the size in bytes that the file had when it was opened.
-    std::int64_t GetSize() const { return m_Size; }
+    std::int64_t GetSize() const { return m_State.size; }
+
+    /// True when the open file still is in the state that it was opened in. That another file may
+    /// have taken its name since cannot be seen here.
+    bool IsUnchanged() const;
 
     /// Reads up to size bytes from pos on to dest and returns how many came: fewer where the file
     /// has become shorter or cannot be read.
     std::int64_t Read(std::int64_t pos, void* dest, std::int64_t size);
 
+    /// Writes all of size bytes from pos on. A failure may leave some of them written.
+    bool Write(std::int64_t pos, const void* source, std::int64_t size);
+
+    /// Sets the time of modification to now.
+    bool Touch();
+
+    /// Waits until what was written would survive a power cut.
+    bool Flush();
+
+    /// Returns why the last function failed, such as "Permission denied".
+    std::string GetError() const;
+
 private:
+    bool OpenWith(const std::string& path, int flags);
+    bool Fail(int error);
+
     int m_File = -1;
-    std::int64_t m_Size = 0;
+    SFileState m_State;
+    int m_Error = 0;
 };
 
 } // namespace filesystem
