@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ZEKOverwriter/CZEKVariantFinder.h"
+
+namespace zektool
+{
+
+/// Returns the folder in which the variants of a model are looked for: its path up to and with the
+/// last separator of the system, or empty for the working folder.
+std::string GetModelFolder(const std::string& path);
+
+/// Looks for the variants of a model's items as `zek::CZEKVariantFinder` does, without waiting for
+/// what is no file. If asked to, it takes cubemaps whose faces lie in folders of the probes' names
+/// as well: `tex_reflection_cube_dxt/Hall/reflection_cube_0.dds`.
+class CVariantSearch
+{
+public:
+    CVariantSearch(const std::string& folder, bool isCubemapFolders);
+
+    /// Tells which variants an item has, by the name that it has in the model.
+    zek::FamilyFlags Find(zek::EZEKItemKind kind, int index, const std::string& name);
+
+    /// Calls a function with every path that `Find` may look at.
+    void ForEachPath(
+        zek::EZEKItemKind kind,
+        int index,
+        const std::string& name,
+        const std::function<void(const std::string& path)>& use);
+
+private:
+    bool m_IsCubemapFolders;
+    zek::CZEKVariantFinder m_Finder;
+    zek::CZEKVariantFinder m_FolderFinder; // of faces in real folders
+};
+
+} // namespace zektool

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKOverwriter/CZEKVariantFinder.h"
+
+namespace zektool
+{
+
+/// The flag bytes of an item, in the order of `zek::CompressionFamilies`.
+using FlagBytes = std::array<unsigned char, zek::CompressionFamilyCount>;
+
+/// A texture, cubemap or lightmap of a model, and its flags.
+struct SMarkItem
+{
+    zek::EZEKItemKind kind;
+    int index;           ///< among the items of its kind, from 0
+    std::string name;    ///< in the model: of the texture, the probe or the lightmap
+    std::int64_t offset; ///< of its first flag in the file
+    FlagBytes from;      ///< its flags in the file
+    FlagBytes to = {};   ///< what they have to be
+};
+
+/// The items of one kind.
+struct SMarkCount
+{
+    int items = 0;                                              ///< that have flags
+    std::array<int, zek::CompressionFamilyCount> variants = {}; ///< of them, those with a variant
+};
+
+/// What came of marking a model.
+struct SMarkResult
+{
+    enum EOutcome
+    {
+        Changed,   ///< something differs, and has been written unless nothing was to be
+        Unchanged, ///< everything is as it has to be
+        Failed,    ///< see reason
+    };
+
+    EOutcome outcome = Failed;
+    std::string reason; ///< of a failure, in one line without the model's path
+    int version = 0;
+    bool isMarkerSet = false;         ///< the processed marker differed, ...
+    unsigned char markerFrom = 0;     ///< ... was this, and is to be 1
+    std::vector<SMarkItem> changes;   ///< items of which a flag differs, in file order
+    std::array<SMarkCount, 3> counts; ///< by `zek::EZEKItemKind`
+};
+
+} // namespace zektool
