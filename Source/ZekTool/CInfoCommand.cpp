@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "ZekTool/FamilyNames.h"
 #include "ZekTool/Json.h"
 #include "ZekTool/Text.h"
 
@@ -16,17 +15,18 @@ namespace
 std::string MakeItemLine(const std::string& title, const SItemInfo& item)
 {
     std::string line = "  " + title + ' ' + MakeQuoted(item.name);
-    for (std::size_t family = 0; item.hasFlags && family < FamilyNames.size(); ++family)
+    for (std::size_t family = 0; item.hasFlags && family < item.flags.size(); ++family)
         line += fmt::format(
-            "{} {} {}", family == 0 ? ":" : ",", FamilyNames[family], item.flags[family]);
+            "{} {} {}", family == 0 ? ":" : ",", zek::CompressionFamilies[family].name,
+            item.flags[family]);
     return line + '\n';
 }
 
 Json MakeItemJson(std::size_t index, const SItemInfo& item)
 {
     Json json = {{"index", index}, {"name", MakeJsonText(item.name)}, {"flags", nullptr}};
-    for (std::size_t family = 0; item.hasFlags && family < FamilyNames.size(); ++family)
-        json["flags"][std::string(FamilyNames[family])] = item.flags[family];
+    for (std::size_t family = 0; item.hasFlags && family < item.flags.size(); ++family)
+        json["flags"][std::string(zek::CompressionFamilies[family].name)] = item.flags[family];
     return json;
 }
 
@@ -57,11 +57,9 @@ SResult CInfoCommand::Run(const SModelPath& model)
 SResult CInfoCommand::MakeFailure(
     const SModelPath& model, EOutcome outcome, const std::string& reason) const
 {
-    if (m_IsJson)
-        return {
-            outcome,
-            MakeJsonLine({{"model", MakeJsonText(model.path)}, {"error", MakeJsonText(reason)}})};
-    return {outcome, MakeFailureLine(model.path, outcome, reason)};
+    return {
+        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
+                          : MakeFailureLine(model.path, outcome, reason)};
 }
 
 std::string CInfoCommand::MakeSummary(const STally& tally) const
@@ -72,12 +70,16 @@ std::string CInfoCommand::MakeSummary(const STally& tally) const
 std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& info) const
 {
     std::string text = fmt::format(
-        "{}: version {}, {}, {}, {}, {}, {}, {}, {}, {}{}\n", MakeShowable(model.path),
-        info.version, MakeCount(static_cast<std::size_t>(info.size), "byte", "bytes"),
-        MakeCount(info.nodeCount, "node", "nodes"), MakeCount(info.meshCount, "mesh", "meshes"),
-        MakeCount(info.materialCount, "material", "materials"),
-        MakeCount(info.boneCount, "bone", "bones"),
-        MakeCount(info.textures.size(), "texture", "textures"),
+        "{}: version {}, {}", MakeShowable(model.path), info.version,
+        MakeCount(static_cast<std::size_t>(info.size), "byte", "bytes"));
+    if (info.hasGeometry)
+        text += fmt::format(
+            ", {}, {}, {}, {}", MakeCount(info.nodeCount, "node", "nodes"),
+            MakeCount(info.meshCount, "mesh", "meshes"),
+            MakeCount(info.materialCount, "material", "materials"),
+            MakeCount(info.boneCount, "bone", "bones"));
+    text += fmt::format(
+        ", {}, {}, {}{}\n", MakeCount(info.textures.size(), "texture", "textures"),
         MakeCount(ToCount(info.probeCount), "probe", "probes"),
         MakeCount(ToCount(info.lightmapCount), "lightmap", "lightmaps"),
         !info.hasMarker    ? ""
@@ -94,20 +96,25 @@ std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& in
 
 std::string CInfoCommand::MakeJson(const SModelPath& model, const SModelInfo& info) const
 {
-    return MakeJsonLine(
-        {{"model", MakeJsonText(model.path)},
-         {"version", info.version},
-         {"size", info.size},
-         {"processed", info.hasMarker ? Json(info.isProcessed) : Json(nullptr)},
-         {"nodes", info.nodeCount},
-         {"meshes", info.meshCount},
-         {"materials", info.materialCount},
-         {"bones", info.boneCount},
-         {"probeCount", info.probeCount},
-         {"lightmapCount", info.lightmapCount},
-         {"textures", MakeItemListJson(info.textures)},
-         {"probes", MakeItemListJson(info.probes)},
-         {"lightmaps", MakeItemListJson(info.lightmaps)}});
+    Json json = {
+        {"model", MakeJsonText(model.path)},
+        {"outcome", "shown"},
+        {"version", info.version},
+        {"size", info.size},
+        {"processed", info.hasMarker ? Json(info.isProcessed) : Json(nullptr)}};
+    if (info.hasGeometry)
+    {
+        json["nodes"] = info.nodeCount;
+        json["meshes"] = info.meshCount;
+        json["materials"] = info.materialCount;
+        json["bones"] = info.boneCount;
+    }
+    json["probeCount"] = info.probeCount;
+    json["lightmapCount"] = info.lightmapCount;
+    json["textures"] = MakeItemListJson(info.textures);
+    json["probes"] = MakeItemListJson(info.probes);
+    json["lightmaps"] = MakeItemListJson(info.lightmaps);
+    return MakeJsonLine(json);
 }
 
 } // namespace zektool

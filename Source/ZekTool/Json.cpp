@@ -40,4 +40,12 @@ std::string MakeJsonLine(const Json& json)
     return json.dump() + '\n';
 }
 
+std::string MakeFailureJson(std::string_view path, EOutcome outcome, std::string_view reason)
+{
+    return MakeJsonLine(
+        {{"model", MakeJsonText(path)},
+         {"outcome", outcome == EOutcome::Failed ? "failed" : "not done"},
+         {"error", MakeJsonText(reason)}});
+}
+
 } // namespace zektool

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "ZekTool/STally.h"
+
 namespace zektool
 {
 
@@ -17,5 +19,8 @@ Json MakeJsonText(std::string_view bytes);
 
 /// Returns a line of JSON Lines.
 std::string MakeJsonLine(const Json& json);
+
+/// Returns the line of a model that failed, or was not done.
+std::string MakeFailureJson(std::string_view path, EOutcome outcome, std::string_view reason);
 
 } // namespace zektool

@@ -25,6 +25,7 @@ public:
     void Header(const zek::SZEKHeader& header)
     {
         m_Info.version = header.version;
+        m_Info.hasGeometry = header.version < zek::version::TexturesOnly;
         m_Info.hasMarker = header.processedMarker.offset >= 0;
         m_Info.isProcessed = m_Info.hasMarker && *header.processedMarker.address != 0;
     }

@@ -26,7 +26,7 @@ struct SModelInfo
     bool hasMarker = false;
     bool isProcessed = false; ///< the marker is set
 
-    // A version that has only textures, probes and lightmaps has 0 of these.
+    bool hasGeometry = false; ///< the version has what the next four count
     std::size_t nodeCount = 0;
     std::size_t meshCount = 0;
     std::size_t materialCount = 0;

@@ -8,7 +8,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "ZekTool/CCheckCommand.h"
 #include "ZekTool/CInfoCommand.h"
+#include "ZekTool/CMarkCommand.h"
 #include "ZekTool/CModelList.h"
 #include "ZekTool/COutput.h"
 #include "ZekTool/CProgress.h"
@@ -34,7 +36,10 @@ CModelList MakeModelList(const SCommandLine& line)
 
 std::unique_ptr<CModelCommand> MakeCommand(const SCommandLine& line, const CModelList& models)
 {
-    (void)models;
+    if (line.command == ECommand::Check)
+        return std::make_unique<CCheckCommand>(line);
+    if (line.command == ECommand::Mark)
+        return std::make_unique<CMarkCommand>(line, models.IsSeveral());
     return std::make_unique<CInfoCommand>(line.isJson);
 }
 
@@ -83,6 +88,7 @@ EExitStatus RunCommand(const SCommandLine& line, COutput& output)
         output.Write(line.message);
         return EExitStatus::Success;
     case ECommand::Explain:
+        output.Write(ExplainCode(line.explainedCode));
         return EExitStatus::Success;
     case ECommand::Dump:
         return Dump(line, output);
