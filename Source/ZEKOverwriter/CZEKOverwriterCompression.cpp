@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <string>
 
 #include "Specific/FileSystem/LFileName.h"
 #include "ZEKFormat/ZEKVersion.h"
@@ -17,13 +18,13 @@ namespace
 /// The number of items that have a variant of each family.
 using FamilyCounts = std::array<int, CompressionFamilyCount>;
 
-/// Prints the counts behind the words of the line.
-void PrintCounts(const char* words, const FamilyCounts& counts)
+/// Prints a line of some words and the counts.
+void PrintCounts(std::string line, const FamilyCounts& counts)
 {
-    std::printf("%s", words);
     for (int count : counts)
-        std::printf(" %d", count);
-    std::printf("\n");
+        line += ' ' + std::to_string(count);
+    line += '\n';
+    std::fputs(line.c_str(), stdout);
 }
 
 /// Writes the flags of an item. It has none when its version has none.
