@@ -35,17 +35,17 @@ write_model() { quietly build/benchmark/Benchmarks/WriteModel "$1" "$2" "$scratc
 say "Instructions of a run"
 printf 'ZEK\0\7\0\0\0' >"$scratch/model.zek"
 head -c 92 /dev/zero >>"$scratch/model.zek"
-check "a model of 100 bytes" 52944
+check "a model of 100 bytes" 55634
 write_model large-meshes 10
-check "10 MB of large meshes" 31333005
+check "10 MB of large meshes" 59362
 write_model morphs 10
-check "10 MB of morphs" 20157427
+check "10 MB of morphs" 59887
 write_model nodes 10
-check "10 MB of nodes" 66271492
+check "10 MB of nodes" 11921446
 write_model materials 10
-check "10 MB of materials" 40108165
+check "10 MB of materials" 19351761
 write_model textures 1000
-check "1,000 textures" 3612502
+check "1,000 textures" 2448521
 
 if [ "$failed" -gt 0 ]; then
     fail "$failed above the limit: make it as fast as before, or set the limit here and say why."
