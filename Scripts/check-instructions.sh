@@ -43,7 +43,7 @@ check "10 MB of morphs" 59887
 write_model nodes 10
 check "10 MB of nodes" 11921446
 write_model materials 10
-check "10 MB of materials" 19351761
+check "10 MB of materials" 9757873
 write_model textures 1000
 check "1,000 textures" 2448521
 
