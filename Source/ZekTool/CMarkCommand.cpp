@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "ZekTool/CMarker.h"
+#include "ZekTool/CUsageError.h"
 #include "ZekTool/Json.h"
 #include "ZekTool/Text.h"
 
@@ -60,6 +61,27 @@ std::string MakeChangeCount(const SMarkResult& result)
            (result.isMarkerSet ? " and the processed marker" : "");
 }
 
+void CheckNames(const CModelList& models)
+{
+    if (const std::optional<std::string> name = models.FindRepeatedName())
+        throw CUsageError(
+            "several models would be written to " + MakeShowable(*name) +
+            "; mark them with an output folder each");
+}
+
+/// Creates the folder of an output. Returns why it cannot be written there, or nothing.
+std::string PrepareOutput(const std::string& modelPath, const std::string& outputPath)
+{
+    std::error_code error;
+    if (fs::equivalent(modelPath, outputPath, error))
+        return "the output is the model itself; without -o it is marked in place";
+    const fs::path folder = fs::path(outputPath).parent_path();
+    if (folder.empty() || fs::is_directory(folder, error))
+        return "";
+    fs::create_directories(folder, error);
+    return error ? MakeShowable(folder.native()) + ": " + error.message() : "";
+}
+
 Json MakeChangesJson(const SMarkResult& result)
 {
     Json changes = Json::array();
@@ -95,24 +117,34 @@ Json MakeCountsJson(const SMarkResult& result)
 
 } // namespace
 
-CMarkCommand::CMarkCommand(const SCommandLine& line, bool isSeveral) : m_IsJson(line.isJson)
+CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
+    : m_IsJson(line.isJson)
 {
+    if (!line.depfilePath.empty() && models.IsSeveral())
+        throw CUsageError("--depfile is for one model; mark each with a depfile of its own");
     m_Options.isDryRun = line.isDryRun;
     m_Options.isAlways = line.isAlways;
     m_Options.isCubemapFolders = line.isCubemapFolders;
     m_Options.outputPath = line.outputPath;
     m_Options.depfilePath = line.depfilePath;
     std::error_code ignored;
-    m_IsOutputFolder = !line.outputPath.empty() && (isSeveral || line.outputPath.back() == '/' ||
-                                                    fs::is_directory(line.outputPath, ignored));
+    m_IsOutputFolder =
+        !line.outputPath.empty() && (models.IsSeveral() || line.outputPath.back() == '/' ||
+                                     fs::is_directory(line.outputPath, ignored));
+    if (m_IsOutputFolder)
+        CheckNames(models);
 }
 
 SResult CMarkCommand::Run(const SModelPath& model)
 {
     SMarkOptions options = m_Options;
     options.outputPath = MakeOutputPath(model);
-    if (m_IsOutputFolder && !options.isDryRun)
-        fs::create_directories(fs::path(options.outputPath).parent_path());
+    if (!options.outputPath.empty() && !options.isDryRun)
+    {
+        const std::string error = PrepareOutput(model.path, options.outputPath);
+        if (!error.empty())
+            return MakeFailure(model, EOutcome::Failed, error);
+    }
     const SMarkResult result = Mark(model.path, options);
     if (result.outcome == SMarkResult::Failed)
         return MakeFailure(model, EOutcome::Failed, result.reason);

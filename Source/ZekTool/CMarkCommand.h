@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZekTool/CModelCommand.h"
+#include "ZekTool/CModelList.h"
 #include "ZekTool/SCommandLine.h"
 #include "ZekTool/SMarkOptions.h"
 #include "ZekTool/SMarkResult.h"
@@ -13,8 +14,9 @@ class CMarkCommand : public CModelCommand
 {
 public:
     /// An output path is a folder when there are several models, when it is one, or when it ends
-    /// with a slash.
-    CMarkCommand(const SCommandLine& line, bool isSeveral);
+    /// with a slash. Throws `CUsageError` when two models would be written to one file, or one
+    /// depfile were for several models.
+    CMarkCommand(const SCommandLine& line, const CModelList& models);
 
     SResult Run(const SModelPath& model) override;
     SResult MakeFailure(

@@ -1,6 +1,8 @@
 #include "ZekTool/CModelList.h"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
@@ -69,6 +71,18 @@ bool CModelList::NextKnown(SModelPath& model)
         return false;
     model = std::move(m_Models[m_Next++]);
     return true;
+}
+
+std::optional<std::string> CModelList::FindRepeatedName() const
+{
+    std::vector<std::string_view> names;
+    for (const SModelPath& model : m_Models)
+        names.push_back(model.GetName());
+    std::sort(names.begin(), names.end());
+    const auto repeated = std::adjacent_find(names.begin(), names.end());
+    if (repeated == names.end())
+        return std::nullopt;
+    return std::string(*repeated);
 }
 
 std::string CModelList::GetError() const

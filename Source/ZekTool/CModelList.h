@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
 
     /// True for more than one path, or one that is a folder.
     bool IsSeveral() const { return m_IsSeveral; }
+
+    /// Returns a name (see `SModelPath::GetName`) that two of the known models have, or nothing.
+    std::optional<std::string> FindRepeatedName() const;
 
     /// Why the reader could not read on, or empty.
     std::string GetError() const;

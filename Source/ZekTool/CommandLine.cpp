@@ -165,6 +165,8 @@ void CheckPaths(const SCommandLine& line, const std::string& commandName)
         throw CUsageError("dump takes one model; 'zek help dump' says more");
     if (!line.files0From.empty() && !line.paths.empty())
         throw CUsageError("paths are taken from --files0-from or the command line, not both");
+    if (!line.files0From.empty() && !line.outputPath.empty())
+        throw CUsageError("-o takes the paths of its models from the command line");
     if (line.files0From.empty() && line.paths.empty())
         throw CUsageError("no models: name models or folders, such as 'zek " + commandName + " .'");
 }

@@ -39,7 +39,7 @@ std::unique_ptr<CModelCommand> MakeCommand(const SCommandLine& line, const CMode
     if (line.command == ECommand::Check)
         return std::make_unique<CCheckCommand>(line);
     if (line.command == ECommand::Mark)
-        return std::make_unique<CMarkCommand>(line, models.IsSeveral());
+        return std::make_unique<CMarkCommand>(line, models);
     return std::make_unique<CInfoCommand>(line.isJson);
 }
 
