@@ -1,0 +1,373 @@
+#!/usr/bin/env python3
+"""Runs the program as people and other programs do: statuses, unfriendly names, pipes, terminals,
+Ctrl-C."""
+
+import base64
+import os
+import pty
+import select
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+import program
+from program import PROGRAM, make_model, read_json, run, write
+
+UNFRIENDLY = [
+    b" ",
+    b"$HOME `x` ;&#%:",
+    b"'\"\\",
+    b"++",
+    b"--",
+    b"-n",
+    b"[a,b]",
+    b"a\nb\x1b[2J",
+    b"\xe6\x97\xa5\xe6\x9c\xac",
+    b"\xff\xe9",
+]
+
+
+def start(*arguments, **options):
+    return subprocess.Popen([PROGRAM, *arguments], **options)
+
+
+class ProgramTest(unittest.TestCase):
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory()
+        self.addCleanup(temporary.cleanup)
+        self.folder = temporary.name
+
+    def write(self, name, content=None):
+        return write(self.folder, name, content)
+
+    def write_many(self, count):
+        for i in range(count):
+            self.write(b"many/%05d.zek" % i)
+        return os.path.join(self.folder, "many")
+
+    def read(self, path):
+        with open(path, "rb") as file:
+            return file.read()
+
+
+class Statuses(ProgramTest):
+    def test_all_well(self):
+        self.write(b"a.zek", make_model(marker=1))
+        for command in ("info", "check", "mark"):
+            self.assertEqual(0, run(command, self.folder).returncode, command)
+        self.assertEqual(0, run("dump", self.folder + "/a.zek").returncode)
+
+    def test_a_model_that_fails_does_not_keep_others_from_being_done(self):
+        self.write(b"b.zek", b"no model")
+        good = [self.write(name) for name in (b"a.zek", b"c.zek")]
+        result = run("mark", self.folder)
+        self.assertEqual(1, result.returncode)
+        for path in good:
+            self.assertEqual(make_model(marker=1), self.read(path))
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual("3 models: 2 changed, 0 as they were, 1 failed", lines[-2])
+        self.assertEqual(f"failed: {self.folder}/b.zek", lines[-1])
+
+    def test_a_stale_flag_stops_a_build(self):
+        self.write(b"a.zek", make_model(flags=b"\1\0\0\0", marker=1))
+        result = run("check", self.folder)
+        self.assertEqual(1, result.returncode)
+        self.assertIn(b"flag-without-variant", result.stdout)
+        self.assertEqual(0, run("check", "--ignore", "flag-without-variant", self.folder).returncode)
+
+    def test_nothing_is_done_when_one_path_is_wrong(self):
+        path = self.write(b"a.zek")
+        os.mkdir(self.folder + "/empty")
+        for wrong in ("none", "empty"):
+            result = run("mark", "a.zek", wrong, cwd=self.folder)
+            self.assertEqual(2, result.returncode)
+            self.assertEqual(b"", result.stdout)
+            self.assertIn(wrong.encode(), result.stderr)
+            self.assertEqual(make_model(), self.read(path))
+
+    def test_unknown_codes_are_wrong_usage(self):
+        self.write(b"a.zek")
+        for option in ("--ignore", "--error", "--explain"):
+            result = run("check", option, "frob", self.folder)
+            self.assertEqual(2, result.returncode)
+            self.assertIn(b"not-marked", result.stderr)
+
+
+class Order(ProgramTest):
+    def test_is_that_of_the_list_with_any_number_of_threads(self):
+        models = os.path.join(self.folder, "models")
+        subprocess.run([program.WRITE_MODELS, models], check=True, stdout=subprocess.DEVNULL)
+        for command in (["info"], ["check", "--json"], ["mark", "-n"]):
+            outputs = {run(*command, "-j", str(n), models).stdout for n in (1, 2, 8, 64)}
+            self.assertEqual(1, len(outputs))
+        lines = read_json("info", run("info", "--json", models).stdout)
+        paths = [os.fsencode(line["model"]["text"]) for line in lines]
+        self.assertEqual(200, len(paths))
+        self.assertEqual(sorted(paths), paths)
+
+
+class Names(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.paths = [self.write(name + b"/" + name + b".zek") for name in UNFRIENDLY]
+
+    def decode(self, text):
+        return text["text"].encode() if "text" in text else base64.b64decode(text["bytes"])
+
+    def test_below_a_folder(self):
+        result = run("mark", "--json", self.folder)
+        self.assertEqual(0, result.returncode)
+        objects = read_json("mark", result.stdout)
+        self.assertEqual(sorted(self.paths), [self.decode(o["model"]) for o in objects])
+        for path in self.paths:
+            self.assertEqual(make_model(marker=1), self.read(path))
+
+    def test_on_the_command_line(self):
+        for command in ("info", "check", "mark"):
+            result = run(command, "--json", "--", *UNFRIENDLY, cwd=self.folder)
+            self.assertEqual(len(UNFRIENDLY), len(read_json(command, result.stdout)), command)
+        for name in UNFRIENDLY:
+            result = run("dump", "--json", "--", name + b"/" + name + b".zek", cwd=self.folder)
+            self.assertEqual(0, result.returncode)
+            read_json("dump", result.stdout)
+
+    def test_in_text_each_model_has_one_line_of_clean_text(self):
+        result = run("mark", self.folder)
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual(len(UNFRIENDLY) + 1, len(lines))
+        self.assertNotIn("\x1b", result.stdout.decode())
+
+    def test_of_textures(self):
+        names = UNFRIENDLY + [b"", b"<script>", b"x" * 10000]
+        path = self.write(b"named.zek", make_model(names=names))
+        for command in ("info", "dump", "check", "mark"):
+            read_json(command, run(command, "--json", path).stdout)
+            run(command, path).stdout.decode()
+        objects = read_json("info", run("info", "--json", path).stdout)
+        self.assertEqual(names, [self.decode(t["name"]) for t in objects[0]["textures"]])
+
+
+class Lists(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.paths = [self.write(name + b".zek") for name in UNFRIENDLY]
+        self.list = b"\0".join(self.paths)
+
+    def test_from_standard_input_and_from_a_file(self):
+        for end in (b"", b"\0"):
+            result = run("mark", "--json", "--files0-from", "-", input=self.list + end)
+            self.assertEqual(0, result.returncode)
+            self.assertEqual(len(self.paths), len(read_json("mark", result.stdout)))
+        path = self.write(b"list", self.list)
+        result = run("info", "--json", b"--files0-from=" + path)
+        self.assertEqual(len(self.paths), len(read_json("info", result.stdout)))
+
+    def test_what_is_wrong_in_it_fails_in_its_place(self):
+        os.mkdir(self.folder + "/empty")
+        listed = b"\0".join([self.paths[0], b"none", b"empty", b"", self.paths[1]])
+        result = run("info", "--json", "--files0-from", "-", input=listed, cwd=self.folder)
+        self.assertEqual(1, result.returncode)
+        outcomes = [o["outcome"] for o in read_json("info", result.stdout)]
+        self.assertEqual(["shown", "failed", "failed", "failed", "shown"], outcomes)
+        self.assertIn(b"5 models: 2 shown, 3 failed", result.stderr)
+
+    def test_one_that_is_empty_or_not_there_is_wrong_usage(self):
+        self.assertEqual(2, run("info", "--files0-from", "-", input=b"").returncode)
+        self.assertEqual(2, run("info", "--files0-from", self.folder + "/none").returncode)
+        self.assertEqual(1, run("info", "--files0-from", self.folder).returncode)
+
+    def test_results_come_before_the_list_ends(self):
+        process = start("info", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        process.stdin.write(self.paths[0] + b"\0")
+        process.stdin.flush()
+        self.assertTrue(process.stdout.readline())
+        process.communicate(timeout=60)
+        self.assertEqual(0, process.returncode)
+
+
+class Outputs(ProgramTest):
+    def test_a_full_disk_is_a_failure(self):
+        self.write(b"a.zek")
+        for words in (["info", "."], ["dump", "a.zek"], ["check", "."], ["mark", "."], ["help"]):
+            with open("/dev/full", "wb") as full:
+                process = start(*words, cwd=self.folder, stdout=full, stderr=subprocess.PIPE)
+                errors = process.communicate(timeout=60)[1]
+            self.assertEqual(1, process.returncode, words)
+            self.assertIn(b"No space left on device", errors)
+
+    def test_a_closed_pipe_is_a_failure_and_no_signal(self):
+        folder = self.write_many(3000)
+        for command in ("info", "mark"):
+            process = start(command, folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            process.stdout.close()
+            process.stderr.read()
+            process.stderr.close()
+            self.assertEqual(1, process.wait(timeout=60))
+
+    def test_a_closed_pipe_ends_a_dump(self):
+        path = self.write(b"large.zek", make_model(names=[b"x"] * 200000))
+        process = start("dump", path, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        process.stdout.readline()
+        process.stdout.close()
+        self.assertIn(b"Broken pipe", process.stderr.read())
+        process.stderr.close()
+        self.assertEqual(1, process.wait(timeout=60))
+
+
+class Models(ProgramTest):
+    def test_what_is_no_file_is_not_waited_for(self):
+        os.mkfifo(self.folder + "/fifo.zek")
+        os.symlink("/dev/zero", self.folder + "/device.zek")
+        for command in ("info", "check", "mark"):
+            result = run(command, self.folder)
+            self.assertEqual(1, result.returncode)
+            self.assertIn(b"2 models: ", result.stdout)
+        self.assertEqual(1, run("dump", self.folder + "/fifo.zek").returncode)
+
+    def test_go_below_an_output_folder_by_their_paths(self):
+        originals = [self.write(b"in/" + name) for name in (b"a/1.zek", b"b/1.zek", b"1.zek")]
+        out = self.folder + "/out"
+        self.assertEqual(0, run("mark", "in", "-o", "out", cwd=self.folder).returncode)
+        for path in originals:
+            self.assertEqual(make_model(), self.read(path))
+            written = path.replace(b"/in/", b"/out/")
+            self.assertEqual(make_model(marker=1), self.read(written))
+        self.assertEqual(0, run("mark", "in/1.zek", "-o", "one", cwd=self.folder).returncode)
+        self.assertEqual(make_model(marker=1), self.read(self.folder + "/one"))
+        os.remove(out + "/1.zek")
+        self.assertEqual(0, run("mark", "in/1.zek", "-o", out, cwd=self.folder).returncode)
+        self.assertEqual(make_model(marker=1), self.read(out + "/1.zek"))
+
+    def test_never_go_over_each_other_or_over_themselves(self):
+        for name in (b"a/1.zek", b"b/1.zek"):
+            self.write(name)
+        result = run("mark", "a", "b", "-o", "out", cwd=self.folder)
+        self.assertEqual(2, result.returncode)
+        self.assertFalse(os.path.exists(self.folder + "/out"))
+        for out in ("a", "a/1.zek", "./a/../a/1.zek"):
+            result = run("mark", "a/1.zek", "-o", out, cwd=self.folder)
+            self.assertEqual(1, result.returncode)
+            self.assertIn(b"the model itself", result.stdout)
+        self.assertEqual(make_model(), self.read(self.folder + "/a/1.zek"))
+
+    def test_a_dry_run_writes_nothing_anywhere(self):
+        self.write(b"in/1.zek")
+        for words in (["in"], ["in", "-o", "out"], ["in/1.zek", "--depfile", "1.d"]):
+            result = run("mark", "-n", *words, cwd=self.folder)
+            self.assertEqual(0, result.returncode)
+            self.assertIn(b"processed marker: 0 -> 1", result.stdout)
+            self.assertEqual(["in"], os.listdir(self.folder))
+        self.assertEqual(make_model(), self.read(self.folder + "/in/1.zek"))
+
+    def test_a_depfile_is_for_one(self):
+        self.write(b"1.zek")
+        self.assertEqual(2, run("mark", "--depfile", "d", ".", cwd=self.folder).returncode)
+        self.assertEqual(0, run("mark", "--depfile", "d", "1.zek", cwd=self.folder).returncode)
+        self.assertIn(b"1.zek:", self.read(self.folder + "/d"))
+
+
+class Interrupts(ProgramTest):
+    """Models wait behind a pipe that nobody reads."""
+
+    def start_blocked(self):
+        folder = self.write_many(5000)
+        process = start("info", folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.stdout.close)
+        select.select([process.stdout], [], [], 60)
+        time.sleep(0.3)
+        self.assertIsNone(process.poll())
+        return process
+
+    def test_the_first_finishes_what_is_in_work_and_names_the_rest(self):
+        process = self.start_blocked()
+        process.send_signal(signal.SIGINT)
+        time.sleep(0.2)
+        self.assertIsNone(process.poll())
+        lines = process.communicate(timeout=60)[0].decode().splitlines()
+        self.assertEqual(130, process.returncode)
+        labels = [line for line in lines if "/many/" in line]
+        self.assertEqual(5000, len(labels))
+        not_done = sum(line.endswith(": not done") for line in labels)
+        self.assertGreater(not_done, 1000)
+        summary = f"5000 models: {5000 - not_done} shown, 0 failed, {not_done} not done"
+        self.assertEqual(summary, lines[-1])
+
+    def test_the_second_ends_it_at_once(self):
+        process = self.start_blocked()
+        process.send_signal(signal.SIGINT)
+        time.sleep(0.2)
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(130, process.wait(timeout=10))
+
+    def test_a_list_that_does_not_come_is_not_waited_for(self):
+        path = self.write(b"a.zek")
+        process = start("mark", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        process.stdin.write(path + b"\0")
+        process.stdin.flush()
+        process.stdout.readline()
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(130, process.wait(timeout=10))
+        process.stdin.close()
+        process.stdout.close()
+        self.assertEqual(make_model(marker=1), self.read(path))
+
+    def test_one_that_was_ignored_stays_so(self):
+        path = self.write(b"a.zek")
+        process = start(
+            "info", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_IGN),
+        )
+        process.stdin.write(path + b"\0")
+        process.stdin.flush()
+        process.stdout.readline()
+        process.send_signal(signal.SIGINT)
+        process.communicate(timeout=60)
+        self.assertEqual(0, process.returncode)
+
+
+class Progress(ProgramTest):
+    def run_on_terminal(self, environment):
+        """Returns what comes to the terminal while one model of a list is done and the next is
+        waited for."""
+        path = self.write(b"a.zek", b"no model")
+        main, terminal = pty.openpty()
+        self.addCleanup(os.close, main)
+        process = start(
+            "info", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            stderr=terminal, env=dict(os.environ, **environment),
+        )
+        os.close(terminal)
+        process.stdin.write(path + b"\0")
+        process.stdin.flush()
+        time.sleep(1.05)
+        process.communicate(timeout=60)
+        shown = b""
+        while select.select([main], [], [], 0.1)[0]:
+            try:
+                shown += os.read(main, 65536)
+            except OSError:
+                break
+        return shown
+
+    def test_is_shown_on_a_terminal_and_gone_when_done(self):
+        shown = self.run_on_terminal({"TERM": "xterm"})
+        lines = shown.split(b"\r")
+        self.assertRegex(shown, rb"1 done, 1 failed, \d+ a second")
+        self.assertLessEqual(sum(b"done" in line for line in lines), 11)
+        self.assertGreaterEqual(sum(b"done" in line for line in lines), 3)
+        self.assertTrue(shown.endswith(b"\r\033[K"), shown)
+
+    def test_is_not_shown_where_the_cursor_cannot_go_back(self):
+        self.assertEqual(b"", self.run_on_terminal({"TERM": "dumb"}))
+
+    def test_is_not_shown_in_a_file(self):
+        folder = self.write_many(20000)
+        result = run("info", folder)
+        self.assertEqual(b"", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
