@@ -20,10 +20,9 @@ def run(*arguments, **options):
 
 def make_model(names=(b"wall.png",), flags=b"\0\0\0\0", marker=0):
     """Returns a model of version 26 with textures of these names."""
-    bytes_ = b"ZEK\0" + struct.pack("<3i", 26, marker, 0) + struct.pack("<i", len(names))
-    for name in names:
-        bytes_ += name + b"\0" + struct.pack("<i", 1) + flags
-    return bytes_ + struct.pack("<i", 0) + struct.pack("<3i", 0, 1, 2)
+    header = b"ZEK\0" + struct.pack("<4i", 26, marker, 0, len(names))
+    textures = b"".join(name + b"\0" + struct.pack("<i", 1) + flags for name in names)
+    return header + textures + struct.pack("<4i", 0, 0, 1, 2)
 
 
 def write(folder, name, content=None):
