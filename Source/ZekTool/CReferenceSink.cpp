@@ -16,7 +16,7 @@ constexpr int NoIndex = -1;
 
 std::string MakeCountText(int index, int count, const char* list)
 {
-    return std::to_string(index) + ", and there are " + std::to_string(count) + " " + list;
+    return std::to_string(index) + ", and the number of " + list + " is " + std::to_string(count);
 }
 
 bool IsFinite(const S3D& position)
@@ -165,7 +165,7 @@ void CReferenceSink::CheckPosition(const S3D& position, const char* field)
     AddOfElement(
         EFinding::NotFinite, field,
         "(" + std::to_string(position.x) + ", " + std::to_string(position.y) + ", " +
-            std::to_string(position.z) + ") is no position");
+            std::to_string(position.z) + ") is not finite");
 }
 
 void CReferenceSink::AddOfElement(EFinding finding, const char* field, const std::string& message)

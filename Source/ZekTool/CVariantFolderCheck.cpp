@@ -132,9 +132,9 @@ void CVariantFolderCheck::AddUnused(const std::string& name, const std::string& 
         [&]
         {
             return MakeFinding(
-                path, name + " belongs to none of " + std::to_string(m_Survey.textures.size()) +
-                          " textures and " + std::to_string(m_Survey.lightmaps.size()) +
-                          " lightmaps");
+                path, name + " belongs to none of the model's textures (" +
+                          std::to_string(m_Survey.textures.size()) + ") and lightmaps (" +
+                          std::to_string(m_Survey.lightmaps.size()) + ")");
         });
 }
 

@@ -157,7 +157,7 @@ void AddBytesAfterEnd(std::int64_t end, std::int64_t count, CFindingList& findin
         [&]
         {
             SFinding finding = MakeModelFinding(
-                std::to_string(count) + " bytes follow the last section and are never read");
+                "what follows the last section is never read, bytes: " + std::to_string(count));
             finding.location.field = "end";
             finding.location.offset = end;
             return finding;

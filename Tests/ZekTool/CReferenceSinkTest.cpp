@@ -1,0 +1,178 @@
+#include "ZekTool/CReferenceSink.h"
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include "CheckerFixture.h"
+#include "Independent/FileImage/FileImage.h"
+
+using namespace testsupport;
+
+namespace
+{
+
+class CReferenceSink : public CheckerFixture
+{
+protected:
+    static SModel MakeModelWithNodes(const std::vector<int>& parents)
+    {
+        SModel model = MakeModel(25);
+        model.meshes = {SMesh()};
+        model.materials = {SMaterial()};
+        model.textures = {STexture()};
+        for (int parent : parents)
+        {
+            model.nodes.emplace_back();
+            model.nodes.back().parentIndex = parent;
+        }
+        return model;
+    }
+
+    /// Returns where a field of a model lies, as findings say it.
+    static std::string HexOf(const SModel& model, const std::string& field, int n)
+    {
+        std::ostringstream text;
+        text << "0x" << std::hex << CModelBuilder::Build(model).GetOffset(field, n);
+        return text.str();
+    }
+
+    /// Checks a model of which a float is not finite.
+    Lines CheckWithFloat(const SModel& model, const std::string& field, int n, float value)
+    {
+        const CModelBuilder builder = CModelBuilder::Build(model);
+        Bytes image = builder.GetImage();
+        fileimage::CFileImageMaker bytes;
+        bytes.AddFloat(value);
+        std::copy_n(
+            bytes.GetImageData().begin(), sizeof(value),
+            image.begin() + static_cast<std::ptrdiff_t>(builder.GetOffset(field, n)));
+        return Check(image);
+    }
+};
+
+TEST_F(CReferenceSink, FindsParentsThatAreNoNodes)
+{
+    EXPECT_EQ(Lines(), Check(MakeModelWithNodes({-1, 0, 1})));
+    EXPECT_EQ(
+        (Lines{
+            "warning: node 0 \"node\": parentNodeIndex at 0x3d: -2, and the number of nodes is 2; "
+            "export the model again [parent-index]",
+            "warning: node 1 \"node\": parentNodeIndex at 0x9a: 2, and the number of nodes is 2; "
+            "export the model again [parent-index]"}),
+        Check(MakeModelWithNodes({-2, 2})));
+}
+
+TEST_F(CReferenceSink, FindsParentsInACircle)
+{
+    EXPECT_EQ(
+        (Lines{"warning: node 1 \"node\": parentNodeIndex at 0x9a: the parents form a circle, 1 -> "
+               "3 -> 1; break the circle and export the model again [parent-circle]"}),
+        Check(MakeModelWithNodes({1, 3, 0, 1})));
+}
+
+TEST_F(CReferenceSink, FindsMeshesAndMaterialsThatAreNot)
+{
+    SModel model = MakeModelWithNodes({-1});
+    model.nodes[0].meshIndex = 1;
+    model.meshes[0].primitives.push_back({1, {0, 1, 2}});
+    model.meshes[0].primitives.push_back({-1, {0, 1, 2}});
+    EXPECT_EQ(
+        (Lines{
+            "warning: node 0 \"node\": meshIndex at 0x41: 1, and the number of meshes is 1; export "
+            "the model again [mesh-index]",
+            "warning: mesh 0: primitives[1].materialIndex at " +
+                HexOf(model, "primitive material", 1) +
+                ": 1, and the number of materials is 1; export the model again [material-index]"}),
+        Check(model));
+}
+
+TEST_F(CReferenceSink, FindsTexturesThatAreNot)
+{
+    for (const char* name : {"main", "normal", "emission", "roughness"})
+    {
+        SModel model = MakeModelWithNodes({});
+        model.materials[0].shaderType = 7;
+        const CModelBuilder builder = CModelBuilder::Build(model);
+        Bytes image = builder.GetImage();
+        fileimage::WriteInt(
+            image.data() + builder.GetOffset(name + std::string(" texture index")), 1);
+        const Lines lines = Check(image);
+        ASSERT_EQ(1U, lines.size());
+        EXPECT_EQ(
+            "warning: material 0 \"material\": " + std::string(name) + "TextureIndex at ",
+            lines[0].substr(0, lines[0].find("0x")));
+        EXPECT_NE(std::string::npos, lines[0].find(": 1, and the number of textures is 1; "));
+    }
+}
+
+TEST_F(CReferenceSink, LooksAtVerticesOnlyWhenAsked)
+{
+    SModel model = MakeModelWithNodes({});
+    model.meshes[0].streams[5] = 1;
+    model.meshes[0].primitives[0].indices = {0, 3, 2, 4};
+    EXPECT_EQ(Lines(), Check(model));
+    m_Options.isDeep = true;
+    EXPECT_EQ(
+        (Lines{
+            "warning: mesh 0: vertices[0].boneIndices at 0x1e: 0, and the number of bones is 0; "
+            "export the model again [bone-index]",
+            "warning: mesh 0: primitives[0].indices[1] at 0xb0: 3, and the number of vertices is "
+            "3; export the model again [vertex-index]"}),
+        Check(model));
+    model.bones = std::vector<SBone>(4);
+    model.meshes[0].primitives[0].indices = {0, 1, 2};
+    EXPECT_EQ(Lines(), Check(model));
+}
+
+TEST_F(CReferenceSink, LeavesBonesWithoutWeightAlone)
+{
+    SModel model = MakeModelWithNodes({});
+    model.meshes[0].streams[5] = 1;
+    model.meshes[0].vertexCount = 1;
+    model.meshes[0].primitives.clear();
+    model.bones = std::vector<SBone>(3);
+    m_Options.isDeep = true;
+    EXPECT_EQ(1U, Check(model).size());
+    EXPECT_EQ(Lines(), CheckWithFloat(model, "vertex bone weight", 3, 0.0f));
+}
+
+TEST_F(CReferenceSink, FindsPositionsThatAreNone)
+{
+    SModel model = MakeModelWithNodes({-1});
+    model.meshes[0].morphNames = {"smile"};
+    model.nodes[0].colliderShape = 2;
+    model.nodes[0].hasMesh = 1;
+    m_Options.isDeep = true;
+    EXPECT_EQ(Lines(), Check(model));
+    EXPECT_EQ(
+        (Lines{
+            "warning: mesh 0: vertices[1].position at " + HexOf(model, "vertex position", 3) +
+            ": (0.500000, 1.500000, inf) is not finite; export the model again [not-finite]"}),
+        CheckWithFloat(model, "vertex position", 5, INFINITY));
+    EXPECT_EQ(
+        (Lines{
+            "warning: mesh 0: morphs[0].positions[0] at " + HexOf(model, "morph position", 0) +
+            ": (nan, 1.500000, 2.500000) is not finite; export the model again [not-finite]"}),
+        CheckWithFloat(model, "morph position", 0, NAN));
+    EXPECT_EQ(
+        (Lines{
+            "warning: node 0 \"node\": colliderMesh.vertices[2].position at " +
+            HexOf(model, "simple mesh position", 6) +
+            ": (0.500000, -inf, 2.500000) is not finite; export the model again [not-finite]"}),
+        CheckWithFloat(model, "simple mesh position", 7, -INFINITY));
+}
+
+TEST_F(CReferenceSink, LooksAtIndicesOf32Bits)
+{
+    SModel model = MakeModelWithNodes({});
+    model.meshes[0].vertexCount = 65537;
+    model.meshes[0].primitives[0].indices = {65536, -1};
+    m_Options.isDeep = true;
+    EXPECT_EQ(
+        (Lines{"warning: mesh 0: primitives[0].indices[1] at 0xc0052: -1, and the number of "
+               "vertices is 65537; export the model again [vertex-index]"}),
+        Check(model));
+}
+
+} // namespace
