@@ -5,6 +5,7 @@
 
 #include "Independent/FileImage/FileImage.h"
 #include "ZekTool/NodeCircles.h"
+#include "ZekTool/Text.h"
 
 namespace zektool
 {
@@ -14,9 +15,10 @@ namespace
 
 constexpr int NoIndex = -1;
 
-std::string MakeCountText(int index, int count, const char* list)
+std::string MakeCountText(int index, int count, std::string_view one, std::string_view several)
 {
-    return std::to_string(index) + ", and the number of " + list + " is " + std::to_string(count);
+    return std::to_string(index) + ", and there " + (count == 1 ? "is " : "are ") +
+           MakeCount(static_cast<std::size_t>(count), one, several);
 }
 
 bool IsFinite(const S3D& position)
@@ -31,13 +33,17 @@ CReferenceSink::CReferenceSink(const SSurvey& survey, bool isDeep, CFindingList&
     , m_IsDeep(isDeep)
     , m_Findings(findings)
     , m_References({{
-          {"parentNodeIndex", EFinding::ParentIndex, survey.GetNodeCount(), "nodes"},
-          {"meshIndex", EFinding::MeshIndex, survey.meshCount, "meshes"},
-          {"materialIndex", EFinding::MaterialIndex, survey.materialCount, "materials"},
-          {"mainTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "textures"},
-          {"normalTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "textures"},
-          {"emissionTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "textures"},
-          {"roughnessTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "textures"},
+          {"parentNodeIndex", EFinding::ParentIndex, survey.GetNodeCount(), "node", "nodes"},
+          {"meshIndex", EFinding::MeshIndex, survey.meshCount, "mesh", "meshes"},
+          {"materialIndex", EFinding::MaterialIndex, survey.materialCount, "material", "materials"},
+          {"mainTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
+           "textures"},
+          {"normalTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
+           "textures"},
+          {"emissionTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
+           "textures"},
+          {"roughnessTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
+           "textures"},
       }})
     , m_Circles(FindNodeCircles(survey.parents))
 {
@@ -100,7 +106,8 @@ void CReferenceSink::CheckReference(const char* name, int index, std::int64_t of
             {
                 SFinding finding;
                 finding.location = Locate(name, offset);
-                finding.message = MakeCountText(index, reference.count, reference.list);
+                finding.message =
+                    MakeCountText(index, reference.count, reference.one, reference.several);
                 return finding;
             });
     }
@@ -140,7 +147,7 @@ void CReferenceSink::CheckBones(const zek::SZEKVertex& vertex)
         if (m_HasFoundIndex)
             AddOfElement(
                 EFinding::BoneIndex, ".boneIndices",
-                MakeCountText(bone, m_Survey.boneCount, "bones"));
+                MakeCountText(bone, m_Survey.boneCount, "bone", "bones"));
     }
 }
 
@@ -149,7 +156,8 @@ void CReferenceSink::Index(int index)
     if (m_HasFoundIndex || (index >= 0 && index < m_VertexCount))
         return;
     m_HasFoundIndex = true;
-    AddOfElement(EFinding::VertexIndex, "", MakeCountText(index, m_VertexCount, "vertices"));
+    AddOfElement(
+        EFinding::VertexIndex, "", MakeCountText(index, m_VertexCount, "vertex", "vertices"));
 }
 
 void CReferenceSink::MorphPosition(const S3D& position)

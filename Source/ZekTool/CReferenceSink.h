@@ -46,8 +46,9 @@ private:
     {
         std::string_view field;
         EFinding finding;
-        int count; ///< of the list
-        const char* list;
+        int count;            ///< of the list
+        std::string_view one; ///< what the list has, as one and as several
+        std::string_view several;
     };
 
     void CheckReference(const char* name, int index, std::int64_t offset);

@@ -1,9 +1,8 @@
 #include "ZekTool/CVariantCheck.h"
 
 #include <filesystem>
-#include <utility>
 
-#include "ZekTool/VariantExistence.h"
+#include "ZekTool/CVariantSearch.h"
 
 namespace fs = std::filesystem;
 
@@ -27,20 +26,6 @@ const char* GetSection(zek::EZEKItemKind kind)
     return "lightmaps";
 }
 
-zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, const std::string& name, std::size_t index)
-{
-    switch (kind)
-    {
-    case zek::EZEKItemKind::Texture:
-        return zek::SZEKItem::MakeTexture(index);
-    case zek::EZEKItemKind::Cubemap:
-        return zek::SZEKItem::MakeCubemap(name);
-    case zek::EZEKItemKind::Lightmap:
-        break;
-    }
-    return zek::SZEKItem::MakeLightmap(name);
-}
-
 std::string GetFamilyName(std::size_t family)
 {
     return std::string(zek::CompressionFamilies[family].name);
@@ -60,8 +45,8 @@ CVariantCheck::CVariantCheck(
     : m_Options(options)
     , m_Findings(findings)
     , m_FolderLength(folder.size())
-    , m_Finder(folder, IsExistVariant)
-    , m_FolderFinder(folder, IsExistVariant, '/')
+    , m_Finder(folder)
+    , m_FolderFinder(folder, zek::CZEKVariantFinder::IsExistFile, '/')
 {
     for (std::size_t family = 0; family < m_HasTextureFolder.size(); ++family)
     {
@@ -75,7 +60,10 @@ void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurvey
 {
     m_Families = {};
     for (std::size_t i = 0; i < items.size(); ++i)
-        CheckItem({items[i], MakeVariantItem(kind, items[i].name, i), static_cast<int>(i)});
+    {
+        const int index = static_cast<int>(i);
+        CheckItem({items[i], MakeVariantItem(kind, index, items[i].name), index});
+    }
 
     for (std::size_t family = 0; family < m_Families.size(); ++family)
     {
@@ -113,38 +101,36 @@ void CVariantCheck::CheckItem(const SItem& item)
 
 CVariantCheck::SVariant CVariantCheck::LookAt(const SItem& item, std::size_t family)
 {
+    if (item.variant.kind != zek::EZEKItemKind::Cubemap)
+        return LookAtFiles(item, family, m_Finder, m_HasTextureFolder[family]);
+    const SVariant variant = LookAtFiles(item, family, m_Finder, true);
+    if (variant.isThere || !m_Options.isCubemapFolders)
+        return variant;
+    const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_HasCubemapFolder[family]);
+    return inFolder.fileCount > variant.fileCount ? inFolder : variant;
+}
+
+CVariantCheck::SVariant CVariantCheck::LookAtFiles(
+    const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder)
+{
     SVariant variant;
     variant.isThere = true;
     const int fileCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
     for (int file = 0; file < fileCount; ++file)
     {
-        std::string path;
-        const EVariantState state = LookAtFile(item, family, file, path);
+        const std::string& path = finder.GetPath(item.variant, family, file);
+        const EVariantState state = hasFolder ? GetVariantState(path) : EVariantState::Absent;
         if (file == 0 || (variant.isThere && !IsThere(state)))
             variant.example = path;
         variant.isThere = variant.isThere && IsThere(state);
         variant.fileCount += IsThere(state) ? 1 : 0;
-        CheckState(item, family, state, std::move(path));
+        CheckState(item, family, state, path);
     }
     return variant;
 }
 
-EVariantState
-CVariantCheck::LookAtFile(const SItem& item, std::size_t family, int file, std::string& path)
-{
-    path = m_Finder.GetPath(item.variant, family, file);
-    if (item.variant.kind != zek::EZEKItemKind::Cubemap)
-        return m_HasTextureFolder[family] ? GetVariantState(path) : EVariantState::Absent;
-
-    const EVariantState state = GetVariantState(path);
-    if (IsThere(state) || !m_Options.isCubemapFolders)
-        return state;
-    path = m_FolderFinder.GetPath(item.variant, family, file);
-    return m_HasCubemapFolder[family] ? GetVariantState(path) : EVariantState::Absent;
-}
-
 void CVariantCheck::CheckState(
-    const SItem& item, std::size_t family, EVariantState state, std::string path)
+    const SItem& item, std::size_t family, EVariantState state, const std::string& path)
 {
     switch (state)
     {
@@ -198,12 +184,11 @@ bool CVariantCheck::IsInFolders(const SItem& item, std::size_t family)
     if (m_Options.isCubemapFolders || !m_HasCubemapFolder[family])
         return false;
     const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
-    for (int face = 0; face < faceCount; ++face)
-    {
-        if (IsThere(GetVariantState(m_FolderFinder.GetPath(item.variant, family, face))))
-            return true;
-    }
-    return false;
+    int face = 0;
+    while (face < faceCount &&
+           !IsThere(GetVariantState(m_FolderFinder.GetPath(item.variant, family, face))))
+        ++face;
+    return face < faceCount;
 }
 
 void CVariantCheck::Add(

@@ -48,9 +48,11 @@ private:
 
     void CheckItem(const SItem& item);
     SVariant LookAt(const SItem& item, std::size_t family);
-    EVariantState LookAtFile(const SItem& item, std::size_t family, int file, std::string& path);
+    SVariant LookAtFiles(
+        const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder);
     bool IsInFolders(const SItem& item, std::size_t family);
-    void CheckState(const SItem& item, std::size_t family, EVariantState state, std::string path);
+    void
+    CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
     void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
     void CheckFaces(const SItem& item, std::size_t family, const SVariant& variant);
     void

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZekTool/Text.h"
 
 namespace fs = std::filesystem;
 
@@ -132,9 +133,9 @@ void CVariantFolderCheck::AddUnused(const std::string& name, const std::string& 
         [&]
         {
             return MakeFinding(
-                path, name + " belongs to none of the model's textures (" +
-                          std::to_string(m_Survey.textures.size()) + ") and lightmaps (" +
-                          std::to_string(m_Survey.lightmaps.size()) + ")");
+                path, name + " belongs to none of " +
+                          MakeCount(m_Survey.textures.size(), "texture", "textures") + " and " +
+                          MakeCount(m_Survey.lightmaps.size(), "lightmap", "lightmaps"));
         });
 }
 

@@ -10,20 +10,6 @@ namespace zektool
 namespace
 {
 
-zek::SZEKItem MakeItem(zek::EZEKItemKind kind, int index, const std::string& name)
-{
-    switch (kind)
-    {
-    case zek::EZEKItemKind::Texture:
-        return zek::SZEKItem::MakeTexture(static_cast<std::size_t>(index));
-    case zek::EZEKItemKind::Cubemap:
-        return zek::SZEKItem::MakeCubemap(name);
-    case zek::EZEKItemKind::Lightmap:
-        break;
-    }
-    return zek::SZEKItem::MakeLightmap(name);
-}
-
 void ForEachPathOf(
     zek::CZEKVariantFinder& finder,
     const zek::SZEKItem& item,
@@ -43,6 +29,20 @@ std::string GetModelFolder(const std::string& path)
     return std::filesystem::path(path).remove_filename().string();
 }
 
+zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::string& name)
+{
+    switch (kind)
+    {
+    case zek::EZEKItemKind::Texture:
+        return zek::SZEKItem::MakeTexture(static_cast<std::size_t>(index));
+    case zek::EZEKItemKind::Cubemap:
+        return zek::SZEKItem::MakeCubemap(name);
+    case zek::EZEKItemKind::Lightmap:
+        break;
+    }
+    return zek::SZEKItem::MakeLightmap(name);
+}
+
 CVariantSearch::CVariantSearch(const std::string& folder, bool isCubemapFolders)
     : m_IsCubemapFolders(isCubemapFolders)
     , m_Finder(folder, filesystem::CRandomAccessFile::CanOpen)
@@ -52,7 +52,7 @@ CVariantSearch::CVariantSearch(const std::string& folder, bool isCubemapFolders)
 
 zek::FamilyFlags CVariantSearch::Find(zek::EZEKItemKind kind, int index, const std::string& name)
 {
-    const zek::SZEKItem item = MakeItem(kind, index, name);
+    const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     zek::FamilyFlags isPresent = m_Finder.Find(item);
     if (kind == zek::EZEKItemKind::Cubemap && m_IsCubemapFolders)
     {
@@ -69,7 +69,7 @@ void CVariantSearch::ForEachPath(
     const std::string& name,
     const std::function<void(const std::string& path)>& use)
 {
-    const zek::SZEKItem item = MakeItem(kind, index, name);
+    const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     ForEachPathOf(m_Finder, item, use);
     if (kind == zek::EZEKItemKind::Cubemap && m_IsCubemapFolders)
         ForEachPathOf(m_FolderFinder, item, use);

@@ -12,6 +12,9 @@ namespace zektool
 /// last separator of the system, or empty for the working folder.
 std::string GetModelFolder(const std::string& path);
 
+/// Returns what the variants of an item are looked for by, from its name in the model.
+zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::string& name);
+
 /// Looks for the variants of a model's items as `zek::CZEKVariantFinder` does, without waiting for
 /// what is no file. If asked to, it takes cubemaps whose faces lie in folders of the probes' names
 /// as well: `tex_reflection_cube_dxt/Hall/reflection_cube_0.dds`.

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <string_view>
 
@@ -14,9 +13,10 @@
 #include "ZekTool/CSurveySink.h"
 #include "ZekTool/CVariantCheck.h"
 #include "ZekTool/CVariantFolderCheck.h"
+#include "ZekTool/CVariantSearch.h"
 #include "ZekTool/FileKind.h"
-
-namespace fs = std::filesystem;
+#include "ZekTool/OpenModel.h"
+#include "ZekTool/Text.h"
 
 namespace zektool
 {
@@ -33,23 +33,6 @@ SFinding MakeModelFinding(const std::string& message)
     finding.location.section = "model";
     finding.message = message;
     return finding;
-}
-
-std::string DescribeWhyNotOpened(const std::string& path)
-{
-    std::error_code error;
-    switch (fs::status(path, error).type())
-    {
-    case fs::file_type::not_found:
-        return "there is no such file";
-    case fs::file_type::directory:
-        return "it is a folder";
-    case fs::file_type::regular:
-        return "it may not be read";
-    default:
-        break;
-    }
-    return error ? "it cannot be reached: " + error.message() : "it is no regular file";
 }
 
 std::string ReadStart(filesystem::CRandomAccessFile& file)
@@ -134,7 +117,7 @@ void CheckVariants(
     const SCheckOptions& options,
     CFindingList& findings)
 {
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string folder = GetModelFolder(path);
     CVariantCheck check(folder, options, findings);
     check.CheckItems(zek::EZEKItemKind::Texture, survey.textures);
     check.CheckItems(zek::EZEKItemKind::Cubemap, survey.cubemaps);
@@ -157,7 +140,7 @@ void AddBytesAfterEnd(std::int64_t end, std::int64_t count, CFindingList& findin
         [&]
         {
             SFinding finding = MakeModelFinding(
-                "what follows the last section is never read, bytes: " + std::to_string(count));
+                MakeCount(static_cast<std::size_t>(count), "byte is", "bytes are") + " never read");
             finding.location.field = "end";
             finding.location.offset = end;
             return finding;
@@ -195,11 +178,11 @@ SCheckResult Check(const std::string& path, const SCheckOptions& options)
 {
     CFindingList findings(options);
     filesystem::CRandomAccessFile file;
-    if (file.Open(path))
+    const std::string whyNot = OpenModel(path, file);
+    if (whyNot.empty())
         CheckFile(path, file, options, findings);
     else
-        findings.Add(
-            EFinding::CannotOpen, [&] { return MakeModelFinding(DescribeWhyNotOpened(path)); });
+        findings.Add(EFinding::CannotOpen, [&] { return MakeModelFinding(whyNot); });
     return findings.TakeResult();
 }
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "ZekTool/VariantExistence.h"
+#include "Specific/FileSystem/CRandomAccessFile.h"
 
 namespace fs = std::filesystem;
 
@@ -12,7 +12,7 @@ namespace zektool
 EVariantState GetVariantState(const std::string& path)
 {
     std::error_code error;
-    if (!IsExistVariant(path))
+    if (!filesystem::CRandomAccessFile::CanOpen(path))
     {
         // Not following links: one that leads nowhere is something, too.
         return fs::exists(fs::symlink_status(path, error)) ? EVariantState::Unreadable

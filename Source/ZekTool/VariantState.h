@@ -15,7 +15,8 @@ enum class EVariantState
     File,
 };
 
-/// Returns what lies at the path of a variant. What is there is what `IsExistVariant` says.
+/// Returns what lies at the path of a variant. What is there is what `CRandomAccessFile::CanOpen`
+/// says.
 EVariantState GetVariantState(const std::string& path);
 
 inline bool IsThere(EVariantState state)

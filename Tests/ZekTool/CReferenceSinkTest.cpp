@@ -56,10 +56,10 @@ TEST_F(CReferenceSink, FindsParentsThatAreNoNodes)
     EXPECT_EQ(Lines(), Check(MakeModelWithNodes({-1, 0, 1})));
     EXPECT_EQ(
         (Lines{
-            "warning: node 0 \"node\": parentNodeIndex at 0x3d: -2, and the number of nodes is 2; "
-            "export the model again [parent-index]",
-            "warning: node 1 \"node\": parentNodeIndex at 0x9a: 2, and the number of nodes is 2; "
-            "export the model again [parent-index]"}),
+            "warning: node 0 \"node\": parentNodeIndex at 0x3d: -2, and there are 2 nodes; export "
+            "the model again [parent-index]",
+            "warning: node 1 \"node\": parentNodeIndex at 0x9a: 2, and there are 2 nodes; export "
+            "the model again [parent-index]"}),
         Check(MakeModelWithNodes({-2, 2})));
 }
 
@@ -79,11 +79,11 @@ TEST_F(CReferenceSink, FindsMeshesAndMaterialsThatAreNot)
     model.meshes[0].primitives.push_back({-1, {0, 1, 2}});
     EXPECT_EQ(
         (Lines{
-            "warning: node 0 \"node\": meshIndex at 0x41: 1, and the number of meshes is 1; export "
-            "the model again [mesh-index]",
+            "warning: node 0 \"node\": meshIndex at 0x41: 1, and there is 1 mesh; export the model "
+            "again [mesh-index]",
             "warning: mesh 0: primitives[1].materialIndex at " +
                 HexOf(model, "primitive material", 1) +
-                ": 1, and the number of materials is 1; export the model again [material-index]"}),
+                ": 1, and there is 1 material; export the model again [material-index]"}),
         Check(model));
 }
 
@@ -102,7 +102,7 @@ TEST_F(CReferenceSink, FindsTexturesThatAreNot)
         EXPECT_EQ(
             "warning: material 0 \"material\": " + std::string(name) + "TextureIndex at ",
             lines[0].substr(0, lines[0].find("0x")));
-        EXPECT_NE(std::string::npos, lines[0].find(": 1, and the number of textures is 1; "));
+        EXPECT_NE(std::string::npos, lines[0].find(": 1, and there is 1 texture; "));
     }
 }
 
@@ -115,10 +115,10 @@ TEST_F(CReferenceSink, LooksAtVerticesOnlyWhenAsked)
     m_Options.isDeep = true;
     EXPECT_EQ(
         (Lines{
-            "warning: mesh 0: vertices[0].boneIndices at 0x1e: 0, and the number of bones is 0; "
-            "export the model again [bone-index]",
-            "warning: mesh 0: primitives[0].indices[1] at 0xb0: 3, and the number of vertices is "
-            "3; export the model again [vertex-index]"}),
+            "warning: mesh 0: vertices[0].boneIndices at 0x1e: 0, and there are 0 bones; export "
+            "the model again [bone-index]",
+            "warning: mesh 0: primitives[0].indices[1] at 0xb0: 3, and there are 3 vertices; "
+            "export the model again [vertex-index]"}),
         Check(model));
     model.bones = std::vector<SBone>(4);
     model.meshes[0].primitives[0].indices = {0, 1, 2};
@@ -170,8 +170,8 @@ TEST_F(CReferenceSink, LooksAtIndicesOf32Bits)
     model.meshes[0].primitives[0].indices = {65536, -1};
     m_Options.isDeep = true;
     EXPECT_EQ(
-        (Lines{"warning: mesh 0: primitives[0].indices[1] at 0xc0052: -1, and the number of "
-               "vertices is 65537; export the model again [vertex-index]"}),
+        (Lines{"warning: mesh 0: primitives[0].indices[1] at 0xc0052: -1, and there are 65537 "
+               "vertices; export the model again [vertex-index]"}),
         Check(model));
 }
 

@@ -27,14 +27,14 @@ TEST_F(CVariantFolderCheck, FindsVariantsThatBelongToNothing)
         m_Folder.Write(name, "variant");
     EXPECT_EQ(
         (Lines{
-            "warning: model: tex_etc/000.dds belongs to none of the model's textures (2) and "
-            "lightmaps (1); remove the file [unused-variant]",
-            "warning: model: tex_etc/Old.pvr belongs to none of the model's textures (2) and "
-            "lightmaps (1); remove the file [unused-variant]",
-            "warning: model: tex_dxt/002.dds belongs to none of the model's textures (2) and "
-            "lightmaps (1); remove the file [unused-variant]",
-            "warning: model: tex_dxt/01.dds belongs to none of the model's textures (2) and "
-            "lightmaps (1); remove the file [unused-variant]"}),
+            "warning: model: tex_etc/000.dds belongs to none of 2 textures and 1 lightmap; remove "
+            "the file [unused-variant]",
+            "warning: model: tex_etc/Old.pvr belongs to none of 2 textures and 1 lightmap; remove "
+            "the file [unused-variant]",
+            "warning: model: tex_dxt/002.dds belongs to none of 2 textures and 1 lightmap; remove "
+            "the file [unused-variant]",
+            "warning: model: tex_dxt/01.dds belongs to none of 2 textures and 1 lightmap; remove "
+            "the file [unused-variant]"}),
         Check(MakeModelWithItems()));
     EXPECT_EQ(m_Folder.GetPath("tex_etc/000.dds"), m_Result.findings[0].path);
 }

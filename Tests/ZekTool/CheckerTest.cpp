@@ -51,18 +51,18 @@ TEST_F(Checker, FindsNothingWrongWithFullModelsOfAllVersionsWhoseFlagsAreTrue)
 TEST_F(Checker, SaysWhyAModelCannotBeOpened)
 {
     EXPECT_EQ(
-        (Lines{"error: model: there is no such file; give the path of a model that can be read "
+        (Lines{"error: model: No such file or directory; give the path of a model that can be read "
                "[cannot-open]"}),
         Check("missing.zek"));
     EXPECT_TRUE(m_Result.HasError());
     m_Folder.MakeFolder("folder.zek");
     EXPECT_EQ(
-        (Lines{"error: model: it is a folder; give the path of a model that can be read "
+        (Lines{"error: model: not a regular file; give the path of a model that can be read "
                "[cannot-open]"}),
         Check("folder.zek"));
     ASSERT_EQ(0, mkfifo(m_Folder.GetPath("fifo.zek").c_str(), 0600));
     EXPECT_EQ(
-        (Lines{"error: model: it is no regular file; give the path of a model that can be read "
+        (Lines{"error: model: not a regular file; give the path of a model that can be read "
                "[cannot-open]"}),
         Check("fifo.zek"));
 }
@@ -138,8 +138,8 @@ TEST_F(Checker, GoesOnWithAModelOfMoreThan4GiB)
             "error: model: it has 5368709120 bytes; cut the model into smaller ones [too-large]",
             "error: texture 0 \"wall.png\": flags[3] at 0x24: DXT is 1, and tex_dxt/000.dds is not "
             "there; make the variant, or run zek mark [flag-without-variant]",
-            "warning: model: end at 0x35: what follows the last section is never read, bytes: "
-            "5368709067; export the model again if they are not meant [bytes-after-end]"}),
+            "warning: model: end at 0x35: 5368709067 bytes are never read; export the model again "
+            "if they are not meant [bytes-after-end]"}),
         Check());
     std::filesystem::resize_file(m_Folder.GetPath("model.zek"), (std::uintmax_t{4} << 30) - 1);
     EXPECT_EQ(1U, (Check(), m_Result.errorCount)) << "the largest that ZEKTexComp takes";

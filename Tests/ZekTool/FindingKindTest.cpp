@@ -1,11 +1,11 @@
 #include "ZekTool/FindingKind.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <set>
+
+#include <gtest/gtest.h>
 
 namespace
 {

@@ -1,13 +1,12 @@
 #include "ZekTool/VariantState.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "Specific/FileSystem/CRandomAccessFile.h"
 #include "Support/CTemporaryFolder.h"
-#include "ZekTool/VariantExistence.h"
 
 namespace
 {
@@ -15,14 +14,13 @@ namespace
 using testsupport::CTemporaryFolder;
 using zektool::EVariantState;
 using zektool::GetVariantState;
-using zektool::IsExistVariant;
 using zektool::IsThere;
 
 /// Looks at a path, and holds what counts as there to the one test of that.
 EVariantState LookAt(const std::string& path)
 {
     const EVariantState state = GetVariantState(path);
-    EXPECT_EQ(IsExistVariant(path), IsThere(state)) << path;
+    EXPECT_EQ(filesystem::CRandomAccessFile::CanOpen(path), IsThere(state)) << path;
     return state;
 }
 
