@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Independent/FileImage/FileImage.h"
+#include "ZekTool/CSurveySink.h"
 #include "ZekTool/NodeCircles.h"
 #include "ZekTool/Text.h"
 
@@ -51,11 +52,34 @@ CReferenceSink::CReferenceSink(const SSurvey& survey, bool isDeep, CFindingList&
 
 bool CReferenceSink::IsNeeded(const SSurvey& survey)
 {
-    return !survey.parentIndices.IsWithin(survey.GetNodeCount()) ||
+    return survey.hasUnsafeName || !survey.parentIndices.IsWithin(survey.GetNodeCount()) ||
            !survey.meshIndices.IsWithin(survey.meshCount) ||
            !survey.materialIndices.IsWithin(survey.materialCount) ||
            !survey.textureIndices.IsWithin(survey.GetTextureCount()) ||
            !FindNodeCircles(survey.parents).empty();
+}
+
+void CReferenceSink::BeginSection(const char* name)
+{
+    CZEKRefusalSink::BeginSection(name);
+    const std::string_view section = name;
+    m_IsNamingFiles = section == "textures" || section == "lightmaps" || section == "probes";
+}
+
+void CReferenceSink::Text(const char* field, std::int64_t offset, std::string_view value)
+{
+    CZEKRefusalSink::Text(field, offset, value);
+    if (!m_IsNamingFiles || !IsUnsafeName(std::string(value)))
+        return;
+    m_Findings.Add(
+        EFinding::UnsafeName,
+        [&]
+        {
+            SFinding finding;
+            finding.location = Locate(field, offset);
+            finding.message = "the name leads to another folder";
+            return finding;
+        });
 }
 
 bool CReferenceSink::WantsElements(const char* name) const

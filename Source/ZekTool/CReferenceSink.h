@@ -12,8 +12,9 @@
 namespace zektool
 {
 
-/// Finds indices that lead nowhere and, in a deep check, positions that are none. It goes over a
-/// model that has been surveyed, since a model's nodes and meshes stand before what they refer to.
+/// Finds names and indices that lead elsewhere and, in a deep check, positions that are none. It
+/// goes over a model that has been surveyed, since a model's nodes and meshes stand before what
+/// they refer to.
 class CReferenceSink : public zek::CZEKRefusalSink
 {
 public:
@@ -23,6 +24,8 @@ public:
     /// True when the survey alone says that there is something to find.
     static bool IsNeeded(const SSurvey& survey);
 
+    void BeginSection(const char* name);
+    void Text(const char* field, std::int64_t offset, std::string_view value);
     bool WantsElements(const char* name) const;
     void BeginElement(const char* name, std::int64_t index);
 
@@ -67,6 +70,7 @@ private:
     int m_NodeCount = 0; // of the nodes that have been walked
     int m_VertexCount = 0;
     std::int64_t m_ParentOffset = 0;
+    bool m_IsNamingFiles = false;
 
     // The element of an array that the walk is in. Of each array the first finding is enough.
     const char* m_Array = "";

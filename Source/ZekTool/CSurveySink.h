@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Specific/FileSystem/LFileName.h"
-#include "ZEKFormat/CZEKRefusalSink.h"
-#include "ZekTool/CFindingList.h"
+#include "ZEKFormat/CZEKSink.h"
 #include "ZekTool/SSurvey.h"
 
 namespace zektool
@@ -19,26 +19,12 @@ inline bool IsUnsafeName(const std::string& name)
            !LFileName::DeleteFileName(name).empty();
 }
 
-/// Surveys a model while it is walked, and finds unsafe names on the way.
-class CSurveySink : public zek::CZEKRefusalSink
+/// Surveys a model while it is walked.
+class CSurveySink : public zek::CZEKSink
 {
 public:
-    /// Borrows both.
-    CSurveySink(SSurvey& survey, CFindingList& findings) : m_Survey(survey), m_Findings(findings) {}
-
-    void BeginSection(const char* name)
-    {
-        CZEKRefusalSink::BeginSection(name);
-        const std::string_view section = name;
-        m_IsNamingFiles = section == "textures" || section == "lightmaps" || section == "probes";
-    }
-
-    void Text(const char* field, std::int64_t offset, std::string_view value)
-    {
-        CZEKRefusalSink::Text(field, offset, value);
-        if (m_IsNamingFiles && IsUnsafeName(std::string(value)))
-            AddUnsafeName(field, offset);
-    }
+    /// Borrows the survey.
+    explicit CSurveySink(SSurvey& survey) : m_Survey(survey) {}
 
     void Header(const zek::SZEKHeader& header)
     {
@@ -67,7 +53,7 @@ public:
     void Texture(const zek::SZEKTexture& texture)
     {
         m_Survey.textures.push_back(MakeItem(texture.flags));
-        m_Survey.textures.back().name = texture.name;
+        Name(m_Survey.textures.back(), std::string(texture.name));
     }
 
     void Bone(std::string_view) { ++m_Survey.boneCount; }
@@ -75,7 +61,7 @@ public:
     void Lightmap(const zek::SZEKLightmap& lightmap)
     {
         m_Survey.lightmaps.push_back(MakeItem(lightmap.flags));
-        m_Survey.lightmaps.back().name = lightmap.name;
+        Name(m_Survey.lightmaps.back(), std::string(lightmap.name));
     }
 
     void LightmapCount(int count)
@@ -89,7 +75,7 @@ public:
     void Probe(const zek::SZEKProbe& probe)
     {
         if (!m_Survey.cubemaps.empty())
-            m_Survey.cubemaps.back().name = zek::GetProbeName(probe);
+            Name(m_Survey.cubemaps.back(), zek::GetProbeName(probe));
     }
 
 private:
@@ -101,22 +87,13 @@ private:
         return item;
     }
 
-    void AddUnsafeName(const char* field, std::int64_t offset)
+    void Name(SSurveyedItem& item, std::string name)
     {
-        m_Findings.Add(
-            EFinding::UnsafeName,
-            [&]
-            {
-                SFinding finding;
-                finding.location = Locate(field, offset);
-                finding.message = "the name leads to another folder";
-                return finding;
-            });
+        m_Survey.hasUnsafeName = m_Survey.hasUnsafeName || IsUnsafeName(name);
+        item.name = std::move(name);
     }
 
     SSurvey& m_Survey;
-    CFindingList& m_Findings;
-    bool m_IsNamingFiles = false;
 };
 
 } // namespace zektool

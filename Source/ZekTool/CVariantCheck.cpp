@@ -1,8 +1,10 @@
 #include "ZekTool/CVariantCheck.h"
 
 #include <filesystem>
+#include <string_view>
 
 #include "ZekTool/CVariantSearch.h"
+#include "ZekTool/Text.h"
 
 namespace fs = std::filesystem;
 
@@ -56,6 +58,35 @@ CVariantCheck::CVariantCheck(
     }
 }
 
+template <typename MakeMessage>
+void CVariantCheck::Add(
+    EFinding finding,
+    const SItem& item,
+    std::size_t family,
+    const std::string& path,
+    MakeMessage makeMessage)
+{
+    m_Findings.Add(
+        finding,
+        [&]
+        {
+            SFinding made;
+            made.location.section = GetSection(item.variant.kind);
+            made.location.index = item.index;
+            made.location.name = item.surveyed.name;
+            made.location.field = "flags[" + std::to_string(family) + "]";
+            made.location.offset = item.surveyed.flagsOffset + static_cast<std::int64_t>(family);
+            made.path = path;
+            made.message = makeMessage();
+            return made;
+        });
+}
+
+std::string CVariantCheck::Shorten(const std::string& path) const
+{
+    return MakeShowable(std::string_view(path).substr(m_FolderLength));
+}
+
 void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items)
 {
     m_Families = {};
@@ -73,9 +104,12 @@ void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurvey
         const SItem item = {
             items[static_cast<std::size_t>(seen.firstMissing)], {kind, {}}, seen.firstMissing};
         Add(EFinding::PartialFamily, item, family, seen.missingPath,
-            std::to_string(seen.thereCount) + " of " + std::to_string(items.size()) + " " +
-                GetSection(kind) + " have a " + GetFamilyName(family) +
-                " variant, and this is the first that has none");
+            [&]
+            {
+                return std::to_string(seen.thereCount) + " of " + std::to_string(items.size()) +
+                       " " + GetSection(kind) + " have a " + GetFamilyName(family) +
+                       " variant, and this is the first that has none";
+            });
     }
 }
 
@@ -139,15 +173,15 @@ void CVariantCheck::CheckState(
         break;
     case EVariantState::Unreadable:
         Add(EFinding::UnreadableVariant, item, family, path,
-            Shorten(path) + " cannot be opened and does not count as there");
+            [&] { return Shorten(path) + " cannot be opened and does not count as there"; });
         break;
     case EVariantState::NotAFile:
         Add(EFinding::VariantNotAFile, item, family, path,
-            Shorten(path) + " is no file and counts as there all the same");
+            [&] { return Shorten(path) + " is no file and counts as there all the same"; });
         break;
     case EVariantState::Empty:
         Add(EFinding::EmptyVariant, item, family, path,
-            Shorten(path) + " is empty and counts as there all the same");
+            [&] { return Shorten(path) + " is empty and counts as there all the same"; });
         break;
     }
 }
@@ -161,8 +195,11 @@ void CVariantCheck::CheckFlag(const SItem& item, std::size_t family, const SVari
                              : variant.isThere ? EFinding::VariantWithoutFlag
                                                : EFinding::FlagWithoutVariant;
     Add(finding, item, family, variant.example,
-        GetFamilyName(family) + " is " + std::to_string(flag) + ", and " +
-            Shorten(variant.example) + (variant.isThere ? " is there" : " is not there"));
+        [&]
+        {
+            return GetFamilyName(family) + " is " + std::to_string(flag) + ", and " +
+                   Shorten(variant.example) + (variant.isThere ? " is there" : " is not there");
+        });
 }
 
 void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVariant& variant)
@@ -170,13 +207,19 @@ void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVar
     const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
     if (variant.fileCount > 0 && !variant.isThere)
         Add(EFinding::IncompleteCubemap, item, family, variant.example,
-            GetFamilyName(family) + " has " + std::to_string(variant.fileCount) + " of " +
-                std::to_string(faceCount) + " faces; " + Shorten(variant.example) +
-                " is not there");
+            [&]
+            {
+                return GetFamilyName(family) + " has " + std::to_string(variant.fileCount) +
+                       " of " + std::to_string(faceCount) + " faces; " + Shorten(variant.example) +
+                       " is not there";
+            });
     else if (variant.fileCount == 0 && IsInFolders(item, family))
         Add(EFinding::CubemapInFolders, item, family, variant.example,
-            GetFamilyName(family) + " has faces in folders, and is looked for as " +
-                Shorten(variant.example));
+            [&]
+            {
+                return GetFamilyName(family) + " has faces in folders, and is looked for as " +
+                       Shorten(variant.example);
+            });
 }
 
 bool CVariantCheck::IsInFolders(const SItem& item, std::size_t family)
@@ -189,29 +232,6 @@ bool CVariantCheck::IsInFolders(const SItem& item, std::size_t family)
            !IsThere(GetVariantState(m_FolderFinder.GetPath(item.variant, family, face))))
         ++face;
     return face < faceCount;
-}
-
-void CVariantCheck::Add(
-    EFinding finding,
-    const SItem& item,
-    std::size_t family,
-    const std::string& path,
-    const std::string& message)
-{
-    m_Findings.Add(
-        finding,
-        [&]
-        {
-            SFinding made;
-            made.location.section = GetSection(item.variant.kind);
-            made.location.index = item.index;
-            made.location.name = item.surveyed.name;
-            made.location.field = "flags[" + std::to_string(family) + "]";
-            made.location.offset = item.surveyed.flagsOffset + static_cast<std::int64_t>(family);
-            made.path = path;
-            made.message = message;
-            return made;
-        });
 }
 
 } // namespace zektool

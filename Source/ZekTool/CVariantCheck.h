@@ -55,15 +55,17 @@ private:
     CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
     void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
     void CheckFaces(const SItem& item, std::size_t family, const SVariant& variant);
+    /// Adds a finding about the flag of an item, whose message makeMessage() returns.
+    template <typename MakeMessage>
     void
     Add(EFinding finding,
         const SItem& item,
         std::size_t family,
         const std::string& path,
-        const std::string& message);
+        MakeMessage makeMessage);
 
-    /// Returns a path from the model's folder on.
-    std::string Shorten(const std::string& path) const { return path.substr(m_FolderLength); }
+    /// Returns a path from the model's folder on, as it can be shown.
+    std::string Shorten(const std::string& path) const;
 
     const SCheckOptions& m_Options;
     CFindingList& m_Findings;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
@@ -60,17 +61,22 @@ EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, std::int64_t size)
     return refusal.field == "version" ? EFinding::TooOld : EFinding::WrongHeader;
 }
 
-void AddRefusal(
-    const zek::SZEKRefusal& refusal, filesystem::CRandomAccessFile& file, CFindingList& findings)
+/// Says why a walk did not come to the end of a file. A file that another walk accepts has changed
+/// meanwhile.
+void AddRefusal(filesystem::CRandomAccessFile& file, CFindingList& findings)
 {
-    const EFinding finding = GetRefusalFinding(refusal, file.GetSize());
+    const std::optional<zek::SZEKRefusal> refusal = zek::WhyRefused(file);
+    const EFinding finding =
+        refusal ? GetRefusalFinding(*refusal, file.GetSize()) : EFinding::Unreadable;
     findings.Add(
         finding,
         [&]
         {
+            if (!refusal)
+                return MakeModelFinding("it has changed while it was read");
             SFinding made;
-            made.location = refusal;
-            made.message = refusal.GetCauseText();
+            made.location = *refusal;
+            made.message = refusal->GetCauseText();
             if (finding == EFinding::EmptyFile)
                 made.message = "the file is empty";
             else if (finding == EFinding::NotAModel)
@@ -108,7 +114,7 @@ void CheckReferences(
     CReferenceSink sink(survey, isDeep, findings);
     zek::CZEKWalk<zek::CZEKFileSource, CReferenceSink> walk(source, sink);
     if (!WalkFile(walk))
-        AddRefusal(sink.GetRefusal(), file, findings);
+        AddRefusal(file, findings);
 }
 
 void CheckVariants(
@@ -158,11 +164,11 @@ void CheckFile(
 
     SSurvey survey;
     zek::CZEKFileSource source(file);
-    CSurveySink sink(survey, findings);
+    CSurveySink sink(survey);
     zek::CZEKWalk<zek::CZEKFileSource, CSurveySink> walk(source, sink);
     if (!WalkFile(walk))
     {
-        AddRefusal(sink.GetRefusal(), file, findings);
+        AddRefusal(file, findings);
         return;
     }
     CheckProcessedMarker(survey, file, findings);

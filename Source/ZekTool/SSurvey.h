@@ -44,6 +44,8 @@ struct SSurvey
     std::vector<SSurveyedItem> lightmaps;
     int namelessLightmapCount = 0; ///< lightmaps without records, before version 26
 
+    bool hasUnsafeName = false; ///< one of the items
+
     std::vector<int> parents; ///< of the nodes
     int meshCount = 0;
     int materialCount = 0;

@@ -11,13 +11,12 @@ namespace zektool
 
 EVariantState GetVariantState(const std::string& path)
 {
+    // Not following links: one that leads nowhere is something, too.
     std::error_code error;
+    if (!fs::exists(fs::symlink_status(path, error)))
+        return EVariantState::Absent;
     if (!filesystem::CRandomAccessFile::CanOpen(path))
-    {
-        // Not following links: one that leads nowhere is something, too.
-        return fs::exists(fs::symlink_status(path, error)) ? EVariantState::Unreadable
-                                                           : EVariantState::Absent;
-    }
+        return EVariantState::Unreadable;
     if (!fs::is_regular_file(path, error))
         return EVariantState::NotAFile;
     return fs::file_size(path, error) == 0 ? EVariantState::Empty : EVariantState::File;
