@@ -8,6 +8,9 @@
 namespace zek
 {
 
+/// The index of a texture that a material does not have.
+constexpr int NoTexture = -1;
+
 constexpr bool HasRoughnessIndex(EZEKShaderType shaderType, int version)
 {
     return shaderType == EZEKShaderType::Shader7 ||
@@ -51,6 +54,8 @@ WalkMaterialFields(Fields& fields, int version, SZEKMaterial& material)
     material.mainTextureIndex = fields.Int("mainTextureIndex");
     material.normalTextureIndex = fields.Int("normalTextureIndex");
     material.emissionTextureIndex = fields.Int("emissionTextureIndex");
+    // Measuring these fields, which have one, has set it.
+    material.roughnessTextureIndex = NoTexture;
     if (HasRoughnessIndex(material.shaderType, version))
         material.roughnessTextureIndex = fields.Int("roughnessTextureIndex");
     if (material.shaderType == EZEKShaderType::Shader1 && version >= version::MaterialShader1Block)

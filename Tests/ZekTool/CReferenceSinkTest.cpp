@@ -51,6 +51,34 @@ protected:
     }
 };
 
+TEST_F(CReferenceSink, FindsNamesThatLeadToAnotherFolder)
+{
+    SModel model = MakeModel();
+    model.textures = {{"wall.png", 1, None}, {"../wall.png", 1, None}};
+    model.probes = {SProbe()};
+    model.probes[0].name = "..";
+    model.lightmaps = {{"a\\b.png", None}};
+    const Lines lines = Check(model);
+    ASSERT_EQ(3U, lines.size());
+    EXPECT_EQ(
+        "warning: texture 1 \"../wall.png\": name at 0x25: the name leads to another folder; "
+        "rename "
+        "it and export the model again [unsafe-name]",
+        lines[0]);
+    EXPECT_EQ("warning: probe 0 \"..\": name at ", lines[1].substr(0, 31));
+    EXPECT_EQ("warning: lightmap 0 \"a\\b.png\": name at ", lines[2].substr(0, 39));
+}
+
+TEST_F(CReferenceSink, LeavesTheNamesOfOtherRecordsAlone)
+{
+    SModel model = MakeModelWithNodes({-1});
+    model.nodes[0].name = "root/arm";
+    model.materials[0].name = "..";
+    model.meshes[0].morphNames = {"mouth/smile"};
+    model.textures[0].name = "a/b";
+    EXPECT_EQ(1U, Check(model).size());
+}
+
 TEST_F(CReferenceSink, FindsParentsThatAreNoNodes)
 {
     EXPECT_EQ(Lines(), Check(MakeModelWithNodes({-1, 0, 1})));

@@ -129,6 +129,9 @@ TEST_F(CVariantCheck, SaysThatFacesLieInFoldersUnlessTheseAreAskedFor)
         Check());
     WriteFaces(6, "/");
     EXPECT_EQ(Lines(), Check(MakeModelWithProbe(OnlyDXT)));
+    m_Folder.Remove("tex_reflection_cube_dxt/Hall/reflection_cube_0.dds");
+    WriteFaces(1, "\\");
+    EXPECT_TRUE((Check(), m_Result.HasError())) << "faces of both kinds make no variant together";
 }
 
 TEST_F(CVariantCheck, SaysWhatElseLiesInThePlaceOfAVariant)

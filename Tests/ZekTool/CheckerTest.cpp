@@ -1,6 +1,10 @@
 #include "ZekTool/Checker.h"
 
+#include <algorithm>
+#include <cmath>
+#include <ctime>
 #include <filesystem>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -217,6 +221,81 @@ TEST_F(Checker, LeavesOutAndRaisesWhatIsAskedFor)
     EXPECT_TRUE(m_Result.HasError());
     m_Options.ignored.insert(EFinding::BytesAfterEnd);
     EXPECT_EQ(Lines(), Check());
+}
+
+/// Returns how long the check of a model takes, the least of three.
+double MeasureSeconds(const CTemporaryFolder& folder, const SModel& model)
+{
+    folder.Write("model.zek", CModelBuilder::Build(model).GetImage());
+    double least = HUGE_VAL;
+    for (int run = 0; run < 3; ++run)
+    {
+        const std::clock_t start = std::clock();
+        zektool::Check(folder.GetPath("model.zek"), {});
+        least = std::min(least, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return least;
+}
+
+/// Makes models that a search for duplicates, circles or variants could take long for.
+const std::vector<std::pair<const char*, SModel (*)(int)>> HostileModels = {
+    {"one circle of all nodes",
+     [](int count)
+     {
+         SModel model;
+         model.version = 20;
+         model.nodes.resize(static_cast<std::size_t>(count));
+         for (int i = 0; i < count; ++i)
+             model.nodes[static_cast<std::size_t>(i)].parentIndex = (i + 1) % count;
+         return model;
+     }},
+    {"chains that end in the same node",
+     [](int count)
+     {
+         SModel model;
+         model.version = 20;
+         model.nodes.resize(static_cast<std::size_t>(count));
+         for (int i = 0; i < count; ++i)
+             model.nodes[static_cast<std::size_t>(i)].parentIndex =
+                 i < count / 2 ? i + 1 : count / 2;
+         return model;
+     }},
+    {"lightmaps that have the same variants",
+     [](int count)
+     {
+         SModel model;
+         for (int i = 0; i < count; ++i)
+             model.lightmaps.push_back({"light." + std::to_string(i), {2, 2, 2, 2}});
+         return model;
+     }},
+    {"lightmaps whose names start alike",
+     [](int count)
+     {
+         SModel model;
+         for (int i = 0; i < count; ++i)
+             model.lightmaps.push_back({std::string(200, 'a') + std::to_string(i), None});
+         return model;
+     }},
+    {"textures of which every flag is wrong",
+     [](int count)
+     {
+         SModel model;
+         model.textures.assign(static_cast<std::size_t>(count), {"..", 0, {2, 2, 2, 2}});
+         return model;
+     }},
+};
+
+TEST_F(Checker, TakesTimeThatGrowsWithTheSizeOfHostileModels)
+{
+    constexpr int count = 2500;
+    constexpr int factor = 8;
+    for (const auto& [name, make] : HostileModels)
+    {
+        const double small = MeasureSeconds(m_Folder, make(count));
+        const double large = MeasureSeconds(m_Folder, make(count * factor));
+        // Quadratic time would give 64; the clock's own unrest is left room.
+        EXPECT_LT(large, 3 * factor * small + 0.05) << name;
+    }
 }
 
 } // namespace
