@@ -58,7 +58,7 @@ private:
     bool Write();
     bool WriteInPlace();
     bool WriteOutput();
-    bool CopyTo(CRandomAccessFile& output);
+    bool CopyTo(CRandomAccessFile& output, bool& isReadWhole);
     bool WritePatches(CRandomAccessFile& file);
     bool WriteDepfile();
     bool IsSettled() const { return m_TimeToSettle.count() <= 0; }
@@ -158,27 +158,28 @@ bool CMarker::WriteOutput()
     filesystem::CReplacementFile output(m_Options.outputPath);
     if (!output.Create())
         return failToWrite(output.GetError());
-    if (!CopyTo(output.GetFile()) || !WritePatches(output.GetFile()))
+    bool isReadWhole = true;
+    if (!CopyTo(output.GetFile(), isReadWhole) || !WritePatches(output.GetFile()))
         return failToWrite(output.GetFile().GetError());
     if (!IsSettled() || !m_File.IsUnchanged())
         return false;
+    if (!isReadWhole)
+        return Fail("cannot be read to its end");
     return output.Replace() || failToWrite(output.GetError());
 }
 
-bool CMarker::CopyTo(CRandomAccessFile& output)
+bool CMarker::CopyTo(CRandomAccessFile& output, bool& isReadWhole)
 {
     constexpr std::int64_t largestPiece = 256 * 1024;
     std::vector<unsigned char> piece(
         static_cast<std::size_t>(std::min(largestPiece, m_File.GetSize())));
-    for (std::int64_t pos = 0; pos < m_File.GetSize();)
+    isReadWhole = true;
+    for (std::int64_t pos = 0; pos < m_File.GetSize() && isReadWhole; pos += largestPiece)
     {
-        const std::int64_t size =
-            m_File.Read(pos, piece.data(), std::min(largestPiece, m_File.GetSize() - pos));
-        if (size == 0)
-            break; // it has become shorter, which is seen later
-        if (!output.Write(pos, piece.data(), size))
+        const std::int64_t size = std::min(largestPiece, m_File.GetSize() - pos);
+        isReadWhole = m_File.Read(pos, piece.data(), size) == size;
+        if (isReadWhole && !output.Write(pos, piece.data(), size))
             return false;
-        pos += size;
     }
     return true;
 }

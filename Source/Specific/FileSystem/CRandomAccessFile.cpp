@@ -59,14 +59,17 @@ bool CRandomAccessFile::OpenToWrite(const std::string& path)
 
 bool CRandomAccessFile::Create(const std::string& path)
 {
-    return OpenWith(path, O_RDWR | O_CREAT | O_EXCL);
+    constexpr mode_t permissions = 0666; // less those that the user's mask takes away
+    Close();
+    m_State = {};
+    m_File = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | CommonFlags, permissions);
+    return m_File >= 0 || Fail(errno);
 }
 
 bool CRandomAccessFile::OpenWith(const std::string& path, int flags)
 {
-    constexpr mode_t permissions = 0666; // less those that the user's mask takes away
     Close();
-    m_File = open(path.c_str(), flags | CommonFlags, permissions);
+    m_File = open(path.c_str(), flags | CommonFlags);
     struct stat status;
     if (m_File < 0 || fstat(m_File, &status) != 0)
         return Fail(errno);

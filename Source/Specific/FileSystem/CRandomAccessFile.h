@@ -33,7 +33,7 @@ public:
     /// The same for reading and writing. Nothing in the file changes by it.
     bool OpenToWrite(const std::string& path);
 
-    /// Makes a file that did not exist, open for reading and writing.
+    /// Makes a file that did not exist, open for reading and writing. Its state is not asked for.
     bool Create(const std::string& path);
 
     /// Closes the file, if one is open.
