@@ -38,14 +38,17 @@ struct SPatch
 class CMarker
 {
 public:
-    CMarker(const std::string& path, const SMarkOptions& options)
+    /// A patient one leaves a file alone that another program has open.
+    CMarker(const std::string& path, const SMarkOptions& options, bool isPatient)
         : m_Path(path)
         , m_Options(options)
+        , m_IsPatient(isPatient)
         , m_Folder(GetModelFolder(path))
     {
     }
 
-    /// Returns false when the model has changed meanwhile, so that another attempt has to be made.
+    /// Returns false when another program came in between, so that another attempt has to be made.
+    /// The result is that of failing for good.
     bool Mark();
 
     SMarkResult& GetResult() { return m_Result; }
@@ -63,11 +66,13 @@ private:
     bool WriteDepfile();
     bool IsSettled() const { return m_TimeToSettle.count() <= 0; }
 
-    /// Ends the attempt, which then need not be made again.
+    // How an attempt ends that need not be made again: both are true.
+    bool Succeed();
     bool Fail(const std::string& reason);
 
     const std::string& m_Path;
     const SMarkOptions& m_Options;
+    bool m_IsPatient;
     std::string m_Folder;
     CRandomAccessFile m_File;
     std::chrono::nanoseconds m_TimeToSettle = {};
@@ -78,8 +83,9 @@ private:
 
 bool CMarker::Mark()
 {
+    Fail("keeps being changed by another program");
     if (!m_File.Open(m_Path))
-        return Fail("cannot be opened: " + m_File.GetError());
+        return Fail("cannot be opened: " + m_File.GetError()) && !m_File.IsBusy();
     m_TimeToSettle = m_File.GetState().GetTimeToSettle(Clock::now());
 
     zek::CZEKFileSource source(m_File);
@@ -88,9 +94,8 @@ bool CMarker::Mark()
         return m_File.IsUnchanged() ? Fail(m_Sink.GetRefusal().GetText()) : false;
 
     FindVariants();
-    m_Result.outcome = m_Patches.empty() ? SMarkResult::Unchanged : SMarkResult::Changed;
     if (m_Options.isDryRun)
-        return true;
+        return Succeed();
     if (!m_Options.depfilePath.empty() && !WriteDepfile())
         return true;
     return Write();
@@ -128,21 +133,22 @@ bool CMarker::Write()
 {
     if (!m_Options.outputPath.empty())
         return WriteOutput();
-    return (m_Patches.empty() && !m_Options.isAlways) || WriteInPlace();
+    return m_Patches.empty() && !m_Options.isAlways ? Succeed() : WriteInPlace();
 }
 
 bool CMarker::WriteInPlace()
 {
     if (!IsSettled())
         return false;
+    m_File.Close(); // nobody may have it open, to get it alone
     CRandomAccessFile file;
     if (!file.OpenToWrite(m_Path))
-        return Fail("cannot be opened for writing: " + file.GetError());
-    if (file.GetState() != m_File.GetState())
+        return Fail("cannot be opened for writing: " + file.GetError()) && !file.IsBusy();
+    if (file.GetState() != m_File.GetState() || (file.IsBusy() && m_IsPatient))
         return false;
     if (!WritePatches(file) || (m_Options.isAlways && !file.Touch()))
         return Fail("cannot be written: " + file.GetError());
-    return true;
+    return Succeed();
 }
 
 bool CMarker::WriteOutput()
@@ -165,7 +171,7 @@ bool CMarker::WriteOutput()
         return false;
     if (!isReadWhole)
         return Fail("cannot be read to its end");
-    return output.Replace() || failToWrite(output.GetError());
+    return output.Replace() ? Succeed() : failToWrite(output.GetError());
 }
 
 bool CMarker::CopyTo(CRandomAccessFile& output, bool& isReadWhole)
@@ -218,6 +224,13 @@ bool CMarker::WriteDepfile()
     return false;
 }
 
+bool CMarker::Succeed()
+{
+    m_Result.outcome = m_Patches.empty() ? SMarkResult::Unchanged : SMarkResult::Changed;
+    m_Result.reason.clear();
+    return true;
+}
+
 bool CMarker::Fail(const std::string& reason)
 {
     m_Result.outcome = SMarkResult::Failed;
@@ -227,20 +240,17 @@ bool CMarker::Fail(const std::string& reason)
 
 SMarkResult MarkUntilUndisturbed(const std::string& path, const SMarkOptions& options)
 {
-    constexpr int mostAttempts = 20;
-    SMarkResult result;
-    for (int i = 0; i < mostAttempts; ++i)
+    using std::chrono::milliseconds;
+    constexpr milliseconds longestPause(1024);
+    constexpr milliseconds patience(32);
+    for (milliseconds pause(1);; pause *= 2)
     {
-        CMarker marker(path, options);
-        const bool isDone = marker.Mark();
-        result = std::move(marker.GetResult());
-        if (isDone)
-            return result;
-        std::this_thread::sleep_for(marker.GetTimeToSettle());
+        CMarker marker(path, options, pause < patience);
+        if (marker.Mark() || pause > longestPause)
+            return std::move(marker.GetResult());
+        std::this_thread::sleep_for(
+            std::max<std::chrono::nanoseconds>(pause, marker.GetTimeToSettle()));
     }
-    result.outcome = SMarkResult::Failed;
-    result.reason = "keeps being changed by another program";
-    return result;
 }
 
 } // namespace

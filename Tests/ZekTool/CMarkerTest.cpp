@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 #include "Independent/FileImage/FileImage.h"
+#include "Specific/FileSystem/CRandomAccessFile.h"
 #include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
 
@@ -306,13 +307,40 @@ TEST_F(CMarkerTest, WhatIsNoModelIsAFailureWithItsReason)
     ExpectFailure(m_Path, "header: magic at 0x0: text without an end in the 3 bytes left");
 }
 
-TEST_F(CMarkerTest, AModelThatHasJustBeenWrittenIsMarkedAsWell)
+TEST_F(CMarkerTest, AModelThatHasJustBeenWrittenIsWaitedFor)
 {
     m_Folder.Write("model.zek", CModelBuilder::Build(MakeModelOfTwoTextures()).GetImage());
+    const files::file_time_type written = files::last_write_time(m_Path);
+    EXPECT_EQ(MarkModel().outcome, SMarkResult::Changed);
+    const auto waited = files::last_write_time(m_Path) - written;
+    EXPECT_GE(waited, std::chrono::milliseconds(15)); // 20, less the ticks of the file system
+    EXPECT_LT(waited, std::chrono::seconds(2));
+    EXPECT_EQ(MarkModel().outcome, SMarkResult::Unchanged);
+}
+
+TEST_F(CMarkerTest, AModelThatAnotherProgramKeepsOpenIsMarkedAllTheSame)
+{
+    Write(MakeModelOfTwoTextures());
+    filesystem::CRandomAccessFile other;
+    ASSERT_TRUE(other.Open(m_Path));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(MarkModel().outcome, SMarkResult::Changed);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
-    EXPECT_EQ(MarkModel().outcome, SMarkResult::Unchanged);
+}
+
+TEST_F(CMarkerTest, AModelThatAnotherProgramHasToItselfIsWaitedFor)
+{
+    Write(MakeModelOfTwoTextures());
+    filesystem::CRandomAccessFile other;
+    ASSERT_TRUE(other.OpenToWrite(m_Path));
+    std::thread closing(
+        [&]
+        {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            other.Close();
+        });
+    EXPECT_EQ(MarkModel().outcome, SMarkResult::Changed);
+    closing.join();
 }
 
 TEST_F(CMarkerTest, AModelOverFourGigabytesIsMarked)

@@ -1,6 +1,7 @@
 #include "Specific/FileSystem/CRandomAccessFile.h"
 
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 #include <fcntl.h>
@@ -40,7 +41,7 @@ CRandomAccessFile::~CRandomAccessFile()
 bool CRandomAccessFile::CanOpen(const std::string& path)
 {
     const int file = open(path.c_str(), O_RDONLY | CommonFlags);
-    // Somebody else's lease, whom the system would wait for, is on a file that can be opened.
+    // What somebody else has a lease on, for whom the system would wait, can be opened.
     if (file < 0)
         return errno == EWOULDBLOCK;
     close(file);
@@ -70,13 +71,28 @@ bool CRandomAccessFile::OpenWith(const std::string& path, int flags)
 {
     Close();
     m_File = open(path.c_str(), flags | CommonFlags);
+    m_IsBusy = m_File < 0 && errno == EWOULDBLOCK;
     struct stat status;
-    if (m_File < 0 || fstat(m_File, &status) != 0)
+    if (m_File < 0)
+        return Fail(errno);
+    if (flags == O_RDWR)
+        KeepOthersOut();
+    if (fstat(m_File, &status) != 0)
         return Fail(errno);
     if (!S_ISREG(status.st_mode))
         return Fail(NotRegular);
     m_State = MakeState(status);
     return true;
+}
+
+/// Takes a lease, which ends when the file is closed.
+void CRandomAccessFile::KeepOthersOut()
+{
+#ifdef F_SETLEASE
+    // Somebody who waits is told of by a signal; this is one that is ignored.
+    if (fcntl(m_File, F_SETSIG, SIGURG) == 0 && fcntl(m_File, F_SETLEASE, F_WRLCK) != 0)
+        m_IsBusy = errno == EAGAIN;
+#endif
 }
 
 bool CRandomAccessFile::Fail(int error)

@@ -30,8 +30,14 @@ public:
     /// (a folder, a device, a FIFO) is refused without waiting for it.
     bool Open(const std::string& path);
 
-    /// The same for reading and writing. Nothing in the file changes by it.
+    /// The same for reading and writing. Nothing in the file changes by it. Where the system grants
+    /// that (Linux, to a file's owner, if nobody else has the file open), whoever opens or cuts the
+    /// file from then on waits until it is closed here.
     bool OpenToWrite(const std::string& path);
+
+    /// True when somebody stood in the way of the last opening: they have the file to themselves,
+    /// so that it failed; or they have it open, so that they can change it while it is written.
+    bool IsBusy() const { return m_IsBusy; }
 
     /// Makes a file that did not exist, open for reading and writing. Its state is not asked for.
     bool Create(const std::string& path);
@@ -67,10 +73,12 @@ public:
 
 private:
     bool OpenWith(const std::string& path, int flags);
+    void KeepOthersOut();
     bool Fail(int error);
 
     int m_File = -1;
     SFileState m_State;
+    bool m_IsBusy = false;
     int m_Error = 0;
 };
 

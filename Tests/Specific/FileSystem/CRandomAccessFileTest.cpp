@@ -62,10 +62,11 @@ TEST_F(CRandomAccessFileTest, WritesAtAnyPositionAndNothingElse)
     ASSERT_TRUE(file.OpenToWrite(m_Path));
     EXPECT_TRUE(file.Write(4, "ab", 2));
     EXPECT_TRUE(file.Flush());
-    EXPECT_EQ(m_Folder.Read("file"), Bytes({'0', '1', '2', '3', 'a', 'b', '6', '7', '8', '9'}));
     char bytes[2] = {};
     EXPECT_EQ(file.Read(4, bytes, 2), 2);
     EXPECT_EQ(bytes[0], 'a');
+    file.Close();
+    EXPECT_EQ(m_Folder.Read("file"), Bytes({'0', '1', '2', '3', 'a', 'b', '6', '7', '8', '9'}));
 }
 
 TEST_F(CRandomAccessFileTest, OpeningToWriteChangesNothing)
@@ -186,5 +187,25 @@ TEST_F(CRandomAccessFileTest, AFileThatSomebodyHasALeaseOnCanBeOpened)
         GTEST_SKIP() << "the file system gives no leases";
     EXPECT_TRUE(CRandomAccessFile::CanOpen(m_Path));
     close(owner);
+}
+
+TEST_F(CRandomAccessFileTest, WhoOpensAFileToWriteHasItAloneIfNobodyElseHasItOpen)
+{
+    CRandomAccessFile writer;
+    ASSERT_TRUE(writer.OpenToWrite(m_Path));
+    if (writer.IsBusy())
+        GTEST_SKIP() << "the file system gives no leases";
+    CRandomAccessFile other;
+    EXPECT_FALSE(other.Open(m_Path));
+    EXPECT_TRUE(other.IsBusy());
+    writer.Close();
+    EXPECT_TRUE(other.Open(m_Path));
+    EXPECT_FALSE(other.IsBusy());
+
+    EXPECT_TRUE(writer.OpenToWrite(m_Path));
+    EXPECT_TRUE(writer.IsBusy());
+    EXPECT_TRUE(writer.Write(0, "a", 1));
+    EXPECT_FALSE(other.Open(m_Folder.GetPath("missing")));
+    EXPECT_FALSE(other.IsBusy());
 }
 #endif
