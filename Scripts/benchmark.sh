@@ -11,10 +11,10 @@ cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 . Scripts/checking.sh
 
-runs=15 megabytes=100 items=20000 probes=2000 sizes="1 10 100 1000" counts="10 100 1000 10000 100000"
+runs=15 megabytes=100 items=20000 hundreds=100 probes=2000 sizes="1 10 100 1000" counts="10 100 1000 10000 100000"
 options=()
 if [ "${1-}" = --quick ]; then
-    runs=1 megabytes=1 items=20 probes=5 sizes=1 counts=10
+    runs=1 megabytes=1 items=20 hundreds=1 probes=5 sizes=1 counts=10
     options=(--benchmark_repetitions=1 --benchmark_min_time=0.0001)
 fi
 
@@ -26,7 +26,7 @@ tools=$PWD/build/benchmark/Benchmarks
 # Copies, as after an installation: in how large pieces the system keeps a program in memory, and so
 # how fast it starts, depends on how its file was written.
 program=$scratch/ZEKTexComp
-cp build/benchmark/ZEKTexComp "$tools"/Floor{ReadWrite,OpenClose} "$scratch"
+cp build/benchmark/{ZEKTexComp,zek} "$tools"/Floor{Mark,OpenClose,ReadWrite} "$scratch"
 
 # Prints a row: what is done, the median, least and greatest ratio, the target.
 print_row() { printf '%-44s %6s %6s %6s   %s\n' "$@"; }
@@ -80,6 +80,41 @@ quietly "$tools/WriteModel" probes "$probes" "$scratch/cubemaps/model.zek"
 list_probes "$scratch/cubemaps" "$probes" | tr '\n' '\0' | xargs -0 touch
 compare_open "$probes probes, all faces" "$scratch/cubemaps" probes "$probes" 1.2
 rm -rf "$scratch/all" "$scratch/cubemaps"
+
+# Compares a run of zek mark on a list of models with another command.
+compare_mark() {
+    local what=$1 target=$2 count=$3 list=$4 ratio least greatest rest
+    shift 4
+    read -r ratio least greatest rest < <("$tools/CompareRuns" "$count" \
+        "$scratch/zek" mark --files0-from "$list" against "$@")
+    print_row "$what" "$ratio" "$least" "$greatest" "$target"
+}
+
+say "zek mark, as a ratio to ZEKTexComp, and to a program that does the same opens, reads and closes"
+printf '%s\0' "$scratch/model.zek" >"$scratch/list"
+for kind in large-meshes small-meshes morphs indices-16-bit indices-32-bit nodes materials; do
+    target=0.05
+    case $kind in nodes | materials) target=0.6 ;; esac
+    quietly "$tools/WriteModel" $kind "$megabytes" "$scratch/model.zek"
+    compare_mark "$megabytes MB of $kind" $target "$runs" "$scratch/list" \
+        "$program" "$scratch/model.zek"
+done
+
+mkdir -p "$scratch"/hundred/model/tex_{pvrtc,etc,astc,dxt} "$scratch/models"
+quietly "$tools/WriteModel" textures 2 "$scratch/hundred/model/model.zek"
+list_textures "$scratch/hundred/model" 2 | xargs touch
+for i in $(seq 2 100); do
+    cp -r "$scratch/hundred/model" "$scratch/hundred/model$i"
+done
+for i in $(seq "$hundreds"); do
+    cp -r "$scratch/hundred" "$scratch/models/$i"
+done
+find "$scratch/models" -name '*.zek' -print0 | sort -z >"$scratch/list"
+compare_mark "${hundreds}00 models of 2 textures, ZEKTexComp" 0.3 $(((runs + 4) / 5)) \
+    "$scratch/list" xargs -0 -a "$scratch/list" -P "$(nproc)" -n 1 "$program"
+compare_mark "${hundreds}00 models of 2 textures, floor" 1.3 "$runs" "$scratch/list" \
+    "$scratch/FloorMark" "$scratch/list" "$(nproc)"
+rm -rf "$scratch/hundred" "$scratch/models"
 
 # Prints what a run over a model costs for each of its bytes or items, in nanoseconds and as a ratio
 # to the size before, when what a run over an empty model takes is left out.
