@@ -18,9 +18,6 @@ using testsupport::SModel;
 namespace
 {
 
-constexpr int OldestVersion = 7;
-constexpr int NewestVersion = 27;
-
 std::string ToText(const std::vector<unsigned char>& bytes)
 {
     return std::string(bytes.begin(), bytes.end());
@@ -34,13 +31,14 @@ void Write(const std::filesystem::path& folder, const std::string& name, const s
 
 void WriteModels(const std::filesystem::path& folder)
 {
-    for (int version = OldestVersion; version <= NewestVersion; ++version)
+    for (int version = testsupport::OldestVersion; version <= testsupport::UnknownVersion;
+         ++version)
         Write(
             folder, "full-" + std::to_string(version),
             ToText(CModelBuilder::Build(testsupport::MakeFullModel(version)).GetImage()));
 
     SModel empty;
-    empty.version = OldestVersion;
+    empty.version = testsupport::OldestVersion;
     Write(folder, "empty-7", ToText(CModelBuilder::Build(empty).GetImage()));
 }
 

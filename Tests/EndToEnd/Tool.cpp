@@ -74,9 +74,9 @@ Bytes MakePatched(const CModelBuilder& builder, const SItemFlags& flags)
     Patch(image, builder.GetTextureFlagOffsets(), flags.textures);
     Patch(image, builder.GetProbeFlagOffsets(), flags.probes);
     Patch(image, builder.GetLightmapFlagOffsets(), flags.lightmaps);
-    const unsigned char version = image[4];
+    const unsigned char version = image[VersionOffset];
     if (version >= 21)
-        image[8] = 1;
+        image[MarkerOffset] = 1;
     return image;
 }
 
@@ -133,13 +133,6 @@ void ExpectFlags(const CTemporaryFolder& folder, const SModel& model, const SIte
     ExpectSuccess(
         folder, "model.zek", MakeCountLines(model.version, flags), "model.zek",
         MakePatched(builder, flags));
-}
-
-void WriteFaces(
-    const CTemporaryFolder& folder, const std::string& start, const std::string& extension)
-{
-    for (char face = '0'; face <= '5'; ++face)
-        folder.Write(start + "\\reflection_cube_" + face + "." + extension, "");
 }
 
 } // namespace testsupport

@@ -6,6 +6,7 @@
 #include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
 #include "Support/RunProgram.h"
+#include "Support/Variants.h"
 
 namespace testsupport
 {
@@ -17,16 +18,6 @@ struct SItemFlags
     std::vector<Flags> probes = {};
     std::vector<Flags> lightmaps = {};
 };
-
-constexpr Flags None = {0, 0, 0, 0};
-constexpr Flags All = {1, 1, 1, 1};
-
-/// Flag bytes before a run, none of which may stay.
-constexpr Flags Old = {1, 2, 255, 1};
-
-const std::string NoTextures = "ExistTextureCompression 0 0 0 0\n";
-const std::string NoCubemaps = "ExistCubemapCompression 0 0 0 0\n";
-const std::string NoLightmaps = "ExistLightmapCompression 0 0 0 0\n";
 
 /// A program without a sanitizer in it can live with little memory.
 #if defined(__SANITIZE_ADDRESS__)
@@ -66,10 +57,5 @@ void ExpectErrorForModel(const Bytes& image);
 /// As `ExpectSuccess` for a model file "model.zek" in the folder, on which the program is to find
 /// just these flags.
 void ExpectFlags(const CTemporaryFolder& folder, const SModel& model, const SItemFlags& flags);
-
-/// Writes the six faces of a cubemap; the start of their names is like
-/// "tex_reflection_cube_etc\Probe".
-void WriteFaces(
-    const CTemporaryFolder& folder, const std::string& start, const std::string& extension);
 
 } // namespace testsupport

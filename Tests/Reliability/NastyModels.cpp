@@ -32,71 +32,66 @@ testsupport::SModel MakeMarkedModel(int version)
     return model;
 }
 
+/// Changes one number of a field in an image to each nasty one of its kind.
+void ForEachNastyNumber(
+    Bytes& image,
+    std::size_t offset,
+    EFieldKind kind,
+    const std::function<void(unsigned int)>& useWith)
+{
+    unsigned char* bytes = image.data() + offset;
+    const auto useEach = [&](const auto& values, auto write)
+    {
+        for (auto value : values)
+        {
+            write(bytes, value);
+            useWith(value);
+        }
+    };
+    if (kind == EFieldKind::Int)
+    {
+        std::vector<unsigned int> values = NastyInts;
+        const auto left = static_cast<unsigned int>(image.size() - offset - sizeof(int));
+        values.insert(values.end(), {left - 1, left, left + 1});
+        useEach(values, fileimage::WriteDWord);
+    }
+    else if (kind == EFieldKind::Float)
+        useEach(NastyFloats, fileimage::WriteDWord);
+    else if (kind == EFieldKind::Byte)
+        useEach(NastyBytes, [](unsigned char* byte, unsigned char value) { *byte = value; });
+    else
+        useEach(NastyShorts, fileimage::WriteWord);
+}
+
 } // namespace
 
 void ForEachNastyModel(int version, const std::function<void(const SNastyModel&)>& use)
 {
     const CModelBuilder builder = CModelBuilder::Build(MakeMarkedModel(version));
-    const Bytes& original = builder.GetImage();
-
     for (const SField& field : builder.GetFields())
     {
         SNastyModel model;
         const auto useWith = [&](const std::string& value)
         {
-            model.what = "version " + std::to_string(version) + ", " + field.name + " at " +
+            model.what = "version " + std::to_string(version) + ", " + field.path + " at " +
                          std::to_string(field.offset) + " = " + value;
             use(model);
         };
-        model.image = original;
-        unsigned char* bytes = model.image.data() + field.offset;
-
-        switch (field.kind)
+        model.image = builder.GetImage();
+        if (field.kind == EFieldKind::Text)
         {
-        case EFieldKind::Int:
-        {
-            std::vector<unsigned int> values = NastyInts;
-            const std::size_t left = original.size() - field.offset - field.size;
-            for (std::size_t value : {left - 1, left, left + 1})
-                values.push_back(static_cast<unsigned int>(value));
-            for (unsigned int value : values)
-            {
-                fileimage::WriteDWord(bytes, value);
-                useWith(std::to_string(value));
-            }
-            break;
-        }
-        case EFieldKind::Float:
-            for (unsigned int value : NastyFloats)
-            {
-                fileimage::WriteDWord(bytes, value);
-                useWith(std::to_string(value));
-            }
-            break;
-        case EFieldKind::Short:
-            for (unsigned short value : NastyShorts)
-            {
-                fileimage::WriteWord(bytes, value);
-                useWith(std::to_string(value));
-            }
-            break;
-        case EFieldKind::Byte:
-            for (unsigned char value : NastyBytes)
-            {
-                *bytes = value;
-                useWith(std::to_string(value));
-            }
-            break;
-        case EFieldKind::Block:
-            std::fill_n(bytes, field.size, static_cast<unsigned char>(0xff));
-            useWith("all bits");
-            break;
-        case EFieldKind::Text:
-            bytes[field.size - 1] = 'x';
+            model.image[field.offset + field.size - 1] = 'x';
             useWith("text without its terminator");
-            bytes[0] = 0;
+            model.image[field.offset] = 0;
             useWith("text that ends at once");
-            break;
+            continue;
+        }
+        for (std::size_t i = 0; i < field.count; ++i)
+        {
+            model.image = builder.GetImage();
+            ForEachNastyNumber(
+                model.image, field.offset + i * testsupport::GetSize(field.kind), field.kind,
+                [&](unsigned int value) { useWith(std::to_string(value)); });
         }
     }
 }

@@ -1,11 +1,20 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace testsupport
 {
+
+constexpr int OldestVersion = 7;   ///< that is accepted
+constexpr int NewestVersion = 26;  ///< with which something changed
+constexpr int UnknownVersion = 27; ///< that nobody knows yet; the same as the newest
+
+// Where the header's fields stand.
+constexpr std::size_t VersionOffset = 4;
+constexpr std::size_t MarkerOffset = 8; ///< from version 21 on
 
 /// Flags of one item in the order PVRTC, ETC, ASTC, DXT.
 using Flags = std::array<unsigned char, 4>;
@@ -80,10 +89,20 @@ struct SMaterial
     int shaderType = 4;
     int blendMode = 0;
     float cutoff = 0.5f;
+    std::array<unsigned char, 3> flags = {1, 0, 1};
+    int mainTextureIndex = 0;
+    int normalTextureIndex = -1;
+    int emissionTextureIndex = -1;
+    int roughnessTextureIndex = -1;
+    int shader1Index = -1;
     float mainScaleV = 1.0f;
     float mainOffsetV = 0.25f;
+    float secondScaleV = 1.0f;
+    float secondOffsetV = 0.0f;
     int uvListFlag = 0;
     int uvCount = 2; ///< pairs written when the flag is not 0
+    int legacyInt = 9;
+    int parameterInt = 1;
     int subFlag = 0; ///< of shader type 1
 };
 
@@ -111,5 +130,10 @@ struct SModel
     int lightmapTrailingInt = 2;
     std::string tail = ""; ///< bytes after the last section
 };
+
+/// Returns a small model with every kind of record that its version has: all collider shapes with
+/// and without a mesh, a mesh without and one with all streams, every shader type, two of
+/// everything that carries flags.
+SModel MakeFullModel(int version);
 
 } // namespace testsupport

@@ -65,8 +65,8 @@ TEST(CZEKOverwriterBoneTable, EmptyNameIsAccepted)
 TEST(CZEKOverwriterBoneTable, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(7);
-    builder.AddInt("bone count", 1);
-    builder.AddBlock("bone name", "a name to the end");
+    builder.AddInt("boneCount", 1);
+    builder.AddBytes("bones.name", "a name to the end");
     EXPECT_EQ(Refused, WalkBoneTable(builder.GetImage()));
 }
 
@@ -79,5 +79,5 @@ TEST(CZEKOverwriterBoneTable, MissingBytesOfTheIntAreRefused)
 
 TEST(CZEKOverwriterBoneTable, CountAboveTheBonesThereIsRefused)
 {
-    EXPECT_EQ(Refused, WalkBoneTable(SetInt(BuildBoneTable({SBone(), SBone()}), "bone count", 3)));
+    EXPECT_EQ(Refused, WalkBoneTable(SetInt(BuildBoneTable({SBone(), SBone()}), "boneCount", 3)));
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Support/CTemporaryFolder.h"
+#include "Support/Variants.h"
 #include "Walk.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
@@ -21,12 +22,6 @@ namespace
 {
 
 using FlagsList = std::vector<Flags>;
-
-constexpr Flags None = {0, 0, 0, 0};
-constexpr Flags All = {1, 1, 1, 1};
-
-/// Flag bytes before a detector runs, none of which may stay.
-constexpr Flags Old = {1, 2, 255, 1};
 
 /// What a detector made of a section.
 struct SDetection
@@ -106,14 +101,6 @@ SDetection DetectProbes(
     return Detect(
         builder, builder.GetProbeFlagOffsets(), &CZEKOverwriter::AnalyseReflectionProbe,
         &CZEKOverwriter::AnalyseReflectionProbeCompression, version, folder);
-}
-
-/// Writes the six faces of a cubemap; each name starts like "tex_reflection_cube_etc\Probe".
-void WriteFaces(
-    const CTemporaryFolder& folder, const std::string& start, const std::string& extension)
-{
-    for (char face = '0'; face <= '5'; ++face)
-        folder.Write(start + "\\reflection_cube_" + face + "." + extension, "");
 }
 
 void WriteFacesOfAllFamilies(const CTemporaryFolder& folder, const std::string& probe)

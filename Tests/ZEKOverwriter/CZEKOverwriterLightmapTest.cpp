@@ -56,7 +56,7 @@ TEST(CZEKOverwriterLightmapList, VersionTwentyTwoBringsTheTrailingInt)
 
 TEST(CZEKOverwriterLightmapList, VersionTwentySixBringsTheRecords)
 {
-    for (int version : {26, 27})
+    for (int version : {26, UnknownVersion})
         ExpectSize(4 + (3 + 4) + (1 + 4) + 4 + 4, version, {SLightmap{"lm"}, SLightmap{""}});
 }
 
@@ -77,7 +77,7 @@ TEST(CZEKOverwriterLightmapList, HighestCountBelowVersionTwentySixIsAcceptedAtOn
         const CModelBuilder builder = BuildLightmaps(version, {});
         EXPECT_EQ(
             SizeOf(builder.GetImage()),
-            Walk(AnalyseLightmapList, SetInt(builder, "lightmap count", HighestInt), version));
+            Walk(AnalyseLightmapList, SetInt(builder, "lightmapCount", HighestInt), version));
     }
 }
 
@@ -86,7 +86,7 @@ TEST(CZEKOverwriterLightmapList, CountOfZeroOrLessMeansNoRecordsAndTheTrailingIn
     const CModelBuilder builder = BuildLightmaps(26, {});
     for (int count : {0, -1, LowestInt})
     {
-        const Bytes image = SetInt(builder, "lightmap count", count);
+        const Bytes image = SetInt(builder, "lightmapCount", count);
         CZEKOverwriter overwriter;
         WalkLightmaps(overwriter, image, 26);
         EXPECT_TRUE(overwriter.GetLightmapNameList().empty()) << count;
@@ -99,7 +99,7 @@ TEST(CZEKOverwriterLightmapList, CountAboveTheRecordsThereIsRefused)
 {
     const CModelBuilder builder = BuildLightmaps(26, {SLightmap(), SLightmap()});
     for (int count : {3, 65536, HighestInt})
-        EXPECT_EQ(Refused, Walk(AnalyseLightmapList, SetInt(builder, "lightmap count", count), 26))
+        EXPECT_EQ(Refused, Walk(AnalyseLightmapList, SetInt(builder, "lightmapCount", count), 26))
             << count;
 }
 
@@ -117,8 +117,8 @@ TEST(CZEKOverwriterLightmapList, NamesAreKeptAsBytesInFileOrder)
 TEST(CZEKOverwriterLightmapList, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(26);
-    builder.AddInt("lightmap count", 1);
-    builder.AddBlock("lightmap name", "LightMap000.png and no zero byte behind");
+    builder.AddInt("lightmapCount", 1);
+    builder.AddBytes("lightmaps.name", "LightMap000.png and no zero byte behind");
     EXPECT_EQ(Refused, Walk(AnalyseLightmapList, builder.GetImage(), 26));
 }
 

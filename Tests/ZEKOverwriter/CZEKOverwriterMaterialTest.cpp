@@ -68,7 +68,7 @@ Bytes BuildUVList(int flag, int count)
     SMaterial material = MakeMaterial(4);
     material.uvListFlag = flag;
     material.uvCount = 0;
-    return SetInt(BuildList(10, {material}), "UV list count", count);
+    return SetInt(BuildList(10, {material}), "uvCount", count);
 }
 
 constexpr std::int64_t UpToUVListCount = 4 + 2 + 90 + 4 + 12;
@@ -115,7 +115,7 @@ TEST(CZEKOverwriterMaterialList, CountOfZeroOrLessIsFollowedByTheProbesFromVersi
         {
             CModelBuilder builder(version);
             builder.AddMaterialList({}, {SProbe(), SProbe()});
-            const Bytes image = SetInt(builder, "material count", count);
+            const Bytes image = SetInt(builder, "materialCount", count);
             EXPECT_EQ(SizeOf(image), Walk(AnalyseMaterialList, Extend(image, 9), version));
         }
     }
@@ -141,7 +141,7 @@ TEST(CZEKOverwriterMaterialList, RecordsStandBackToBack)
 TEST(CZEKOverwriterMaterialList, CountAboveTheRecordsThereIsRefused)
 {
     const CModelBuilder builder = BuildList(14, {MakeMaterial(7), MakeMaterial(7)});
-    EXPECT_EQ(Refused, Walk(AnalyseMaterialList, SetInt(builder, "material count", 3), 14));
+    EXPECT_EQ(Refused, Walk(AnalyseMaterialList, SetInt(builder, "materialCount", 3), 14));
 }
 
 TEST(CZEKOverwriterMaterialList, ProbesStandBeforeTheMaterialsFromVersion11To25)
@@ -194,7 +194,7 @@ TEST(CZEKOverwriterMaterialList, ProbeCountOfZeroOrLessMeansNone)
     const CModelBuilder builder = BuildList(20, {MakeMaterial(4)});
     for (int count : {0, -1, LowestInt})
     {
-        const Bytes image = SetInt(builder, "probe count", count);
+        const Bytes image = SetInt(builder, "probeCount", count);
         EXPECT_EQ(SizeOf(image), Walk(AnalyseMaterialList, image, 20)) << count;
     }
 }
@@ -211,8 +211,8 @@ TEST(CZEKOverwriterMaterialList, FailingProbeSectionIsRefused)
 TEST(CZEKOverwriterMaterial, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(7);
-    builder.AddInt("material count", 1);
-    builder.AddBlock("material name", std::string(200, 'm'));
+    builder.AddInt("materialCount", 1);
+    builder.AddBytes("materials.name", std::string(200, 'm'));
     EXPECT_EQ(Refused, Walk(AnalyseMaterialList, builder.GetImage(), 7));
 }
 
@@ -287,21 +287,23 @@ TEST(CZEKOverwriterMaterial, ShaderParametersAreDemandedAsAWholeBeforeAnyIsRead)
     {
         int version;
         int shaderType;
+        const char* first;
         int before; // bytes of parameters before those that are demanded
         int demand;
     };
     const SRow rows[] = {
-        {10, 0, 0, 8},  {10, 7, 0, 8},   {24, 1, 0, 60}, {25, 1, 60, 4}, {25, 1, 64, 20},
-        {10, 2, 0, 24}, {10, 2, 24, 44}, {10, 3, 0, 52}, {10, 6, 0, 8},
+        {10, 0, "parameters.floats", 0, 8},        {10, 7, "parameters.floats", 0, 8},
+        {24, 1, "parameters.firstFloats", 0, 60},  {25, 1, "parameters.firstFloats", 60, 4},
+        {25, 1, "parameters.firstFloats", 64, 20}, {10, 2, "parameters.firstColor", 0, 24},
+        {10, 2, "parameters.firstColor", 24, 44},  {10, 3, "parameters.firstColor", 0, 52},
+        {10, 6, "parameters.float", 0, 8},
     };
     for (const SRow& row : rows)
     {
         SMaterial material = MakeMaterial(row.shaderType);
         material.subFlag = 1;
         const CModelBuilder builder = BuildList(row.version, {material});
-        const char* first =
-            row.shaderType == 2 || row.shaderType == 3 ? "shader colour" : "shader float";
-        const auto begin = static_cast<std::int64_t>(builder.GetOffset(first)) + row.before;
+        const auto begin = static_cast<std::int64_t>(builder.GetOffset(row.first)) + row.before;
         EXPECT_EQ(
             begin,
             WhereRefused(
@@ -315,7 +317,7 @@ TEST(CZEKOverwriterMaterial, UVListIsDemandedAsAWholeBeforeAnyOfItIsRead)
     SMaterial material = MakeMaterial(4);
     material.uvListFlag = 1;
     const CModelBuilder builder = BuildList(10, {material});
-    const auto block = static_cast<std::int64_t>(builder.GetOffset("UV list float"));
+    const auto block = static_cast<std::int64_t>(builder.GetOffset("uvListFloats"));
     const Bytes& image = builder.GetImage();
     EXPECT_EQ(block, WhereRefused(AnalyseMaterialList, Cut(image, block + 11), 10));
     EXPECT_EQ(block + 12, WhereRefused(AnalyseMaterialList, Cut(image, -1), 10));
@@ -416,7 +418,7 @@ TEST(CZEKOverwriterMaterial, SubFlagOtherThanOneEndsTheRecord)
     const CModelBuilder builder = BuildList(25, {MakeMaterial(1)});
     for (int subFlag : {0, 2, -1, 257, LowestInt, HighestInt})
     {
-        const Bytes image = SetInt(builder, "shader 1 sub flag", subFlag);
+        const Bytes image = SetInt(builder, "hasSubBlock", subFlag);
         EXPECT_EQ(SizeOf(image), Walk(AnalyseMaterialList, image, 25)) << subFlag;
     }
 }
@@ -425,8 +427,8 @@ TEST(CZEKOverwriterMaterial, BlendModeAndTextureIndicesMayHaveAnyValue)
 {
     const CModelBuilder builder = BuildList(14, {MakeMaterial(0)});
     for (const char* name :
-         {"blend mode", "main texture index", "normal texture index", "emission texture index",
-          "roughness texture index", "legacy int"})
+         {"blendMode", "mainTextureIndex", "normalTextureIndex", "emissionTextureIndex",
+          "roughnessTextureIndex", "legacyInt"})
     {
         for (int value : {LowestInt, -1, 1000, HighestInt})
         {
@@ -440,7 +442,7 @@ TEST(CZEKOverwriterMaterial, MissingUVListFlagIsRefused)
 {
     // A roughness index and the parameters after it leave the demand of the fixed fields met.
     const CModelBuilder builder = BuildList(10, {MakeMaterial(7)});
-    const auto offset = static_cast<std::int64_t>(builder.GetOffset("UV list flag"));
+    const auto offset = static_cast<std::int64_t>(builder.GetOffset("hasUVList"));
     for (int size = 0; size < 4; ++size)
     {
         EXPECT_EQ(Refused, Walk(AnalyseMaterialList, Cut(builder.GetImage(), offset + size), 10))

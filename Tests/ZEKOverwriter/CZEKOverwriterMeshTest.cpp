@@ -88,7 +88,7 @@ void ExpectSimpleMeshSize(std::int64_t size, const SSimpleMesh& mesh)
 /// The bytes of a mesh whose vertex count holds no vertices: no primitives and no morphs.
 Bytes BuildMeshWithoutVertices(int vertexCount, const StreamFlags& streams = {})
 {
-    return SetInt(BuildMesh(MakeBareMesh(0, streams)), "mesh vertex count", vertexCount);
+    return SetInt(BuildMesh(MakeBareMesh(0, streams)), "meshes.vertexCount", vertexCount);
 }
 
 /// Walks a mesh of three vertices whose last primitive has no indices but says that it has.
@@ -96,7 +96,7 @@ std::int64_t WalkWithIndexCount(int indexCount, std::size_t bytesBehindCount)
 {
     CModelBuilder builder(Version);
     builder.AddSimpleMesh(MakeSimpleMesh(3, {}, {{}}));
-    const Bytes image = SetInt(builder, "simple mesh index count", indexCount);
+    const Bytes image = SetInt(builder, "colliderMesh.primitives.indexCount", indexCount);
     return Walk(AnalyseMeshSimple, Extend(image, bytesBehindCount), Version);
 }
 
@@ -105,7 +105,7 @@ std::int64_t WalkWithWideIndexCount(int indexCount, std::size_t bytesBehindCount
 {
     CModelBuilder builder(Version);
     builder.AddSimpleMesh(MakeSimpleMesh(MostVerticesFor16Bit + 1, {}, {{}}));
-    const Bytes image = SetInt(builder, "simple mesh index count", indexCount);
+    const Bytes image = SetInt(builder, "colliderMesh.primitives.indexCount", indexCount);
     return Walk(AnalyseMeshSimple, Extend(image, bytesBehindCount), Version);
 }
 
@@ -147,14 +147,14 @@ TEST(CZEKOverwriterMeshList, MalformedSecondMeshIsRefused)
     CModelBuilder builder(Version);
     builder.AddMeshList({MakeBareMesh(1), MakeBareMesh(1), MakeBareMesh(1)});
     EXPECT_EQ(
-        Refused, Walk(AnalyseMeshList, SetInt(builder, "mesh vertex count", 1000, 1), Version));
+        Refused, Walk(AnalyseMeshList, SetInt(builder, "meshes.vertexCount", 1000, 1), Version));
 }
 
 TEST(CZEKOverwriterMeshList, CountAboveTheRecordsThereIsRefused)
 {
     CModelBuilder builder(Version);
     builder.AddMeshList({SMesh(), SMesh()});
-    EXPECT_EQ(Refused, Walk(AnalyseMeshList, SetInt(builder, "mesh count", 3), Version));
+    EXPECT_EQ(Refused, Walk(AnalyseMeshList, SetInt(builder, "meshCount", 3), Version));
 }
 
 TEST(CZEKOverwriterMesh, HeaderDemandsThirtyBytesBeforeVersion15AndTenFromThen)
@@ -180,7 +180,7 @@ TEST(CZEKOverwriterMesh, RecordIsTheSameInAllVersions)
     SMesh mesh = MakeMesh(2, {1, 1, 1, 1, 1, 1}, {0, 1, 1});
     mesh.morphNames = {"smile"};
     const Bytes image = BuildMesh(mesh).GetImage();
-    for (int version = 0; version <= 27; ++version)
+    for (int version = 0; version <= UnknownVersion; ++version)
         EXPECT_EQ(SizeOf(image), Walk(AnalyseMesh, image, version)) << version;
 }
 
@@ -276,7 +276,7 @@ TEST(CZEKOverwriterMesh, PrimitiveAndMorphCountsOfZeroOrLessMeanNone)
     const CModelBuilder builder = BuildMesh(MakeBareMesh(2));
     for (int count : {0, -1, LowestInt})
     {
-        for (const char* name : {"primitive count", "morph count"})
+        for (const char* name : {"meshes.primitiveCount", "morphCount"})
         {
             const Bytes image = SetInt(builder, name, count);
             EXPECT_EQ(BareMeshSize + 24, Walk(AnalyseMesh, image, Version)) << name << count;
@@ -298,7 +298,7 @@ TEST(CZEKOverwriterMesh, IndexCountOfZeroOrLessMeansAnEmptyPrimitive)
     const CModelBuilder builder = BuildMesh(MakeMesh(3, {}, {}));
     for (int count : {0, -1, -1000, LowestInt})
     {
-        const Bytes image = SetInt(builder, "primitive index count", count);
+        const Bytes image = SetInt(builder, "meshes.primitives.indexCount", count);
         EXPECT_EQ(BareMeshSize + 36 + 8, Walk(AnalyseMesh, image, Version)) << count;
     }
 }
@@ -306,7 +306,7 @@ TEST(CZEKOverwriterMesh, IndexCountOfZeroOrLessMeansAnEmptyPrimitive)
 TEST(CZEKOverwriterMesh, MissingBytesOfAPrimitiveAreRefused)
 {
     const CModelBuilder builder = BuildMesh(MakeMesh(3, {}, {0, 1, 2}));
-    const auto end = static_cast<std::int64_t>(builder.GetOffset("morph count"));
+    const auto end = static_cast<std::int64_t>(builder.GetOffset("morphCount"));
     for (int missing = 1; missing <= 14; ++missing)
     {
         EXPECT_EQ(Refused, Walk(AnalyseMesh, Cut(builder.GetImage(), end - missing), Version))
@@ -344,8 +344,8 @@ TEST(CZEKOverwriterMesh, MorphOfAMeshWithoutVerticesIsItsName)
 TEST(CZEKOverwriterMesh, MorphNameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder = BuildMesh(MakeBareMesh(0));
-    builder.AddBlock("morph name", "a name to the end");
-    EXPECT_EQ(Refused, Walk(AnalyseMesh, SetInt(builder, "morph count", 1), Version));
+    builder.AddBytes("morphs.name", "a name to the end");
+    EXPECT_EQ(Refused, Walk(AnalyseMesh, SetInt(builder, "morphCount", 1), Version));
 }
 
 TEST(CZEKOverwriterMesh, MissingBytesOfMorphPositionsAreRefused)
@@ -374,7 +374,7 @@ TEST(CZEKOverwriterMesh, NegativeVertexCountLeaves16BitIndicesAndMorphsOfNamesAl
     mesh.morphNames = {"smile"};
     for (int vertexCount : {-1, -65537, LowestInt})
     {
-        const Bytes image = SetInt(BuildMesh(mesh), "mesh vertex count", vertexCount);
+        const Bytes image = SetInt(BuildMesh(mesh), "meshes.vertexCount", vertexCount);
         EXPECT_EQ(BareMeshSize + (4 + 4 + 6) + 6, Walk(AnalyseMesh, image, Version)) << vertexCount;
     }
 }
@@ -426,9 +426,9 @@ TEST(CZEKOverwriterMesh, MorphsDemandTheWrappedProductOfANegativeVertexCount)
     SMesh mesh = MakeBareMesh(0, {1, 0, 0, 0, 0, 0});
     EXPECT_EQ(
         BareMeshSize,
-        Walk(AnalyseMesh, SetInt(BuildMesh(mesh), "mesh vertex count", -0x0aaaaaab), Version));
+        Walk(AnalyseMesh, SetInt(BuildMesh(mesh), "meshes.vertexCount", -0x0aaaaaab), Version));
     mesh.morphNames = {"smile"};
-    const Bytes image = SetInt(BuildMesh(mesh), "mesh vertex count", -0x0aaaaaab);
+    const Bytes image = SetInt(BuildMesh(mesh), "meshes.vertexCount", -0x0aaaaaab);
     EXPECT_EQ(Refused, Walk(AnalyseMesh, Extend(image, 1000), Version));
 }
 
@@ -438,7 +438,7 @@ TEST(CZEKOverwriterMesh, IndexCountWhoseProductWrapsBelowTheBytesLeftIsRefused)
     const CModelBuilder builder = BuildMesh(MakeMesh(3, {}, {}));
     for (int count : {HighestInt, 0x40000000, 0x60000000})
     {
-        const Bytes image = Extend(SetInt(builder, "primitive index count", count), 1000);
+        const Bytes image = Extend(SetInt(builder, "meshes.primitives.indexCount", count), 1000);
         EXPECT_EQ(Refused, Walk(AnalyseMesh, image, Version)) << count;
     }
 }
@@ -449,7 +449,7 @@ TEST(CZEKOverwriterMesh, WideIndexCountWhoseProductWrapsBelowTheBytesLeftIsRefus
     const CModelBuilder builder = BuildMesh(MakeMesh(MostVerticesFor16Bit + 1, {}, {}));
     for (int count : {HighestInt, 0x40000000, 0x40000001, 0x20000000})
     {
-        const Bytes image = Extend(SetInt(builder, "primitive index count", count), 1000);
+        const Bytes image = Extend(SetInt(builder, "meshes.primitives.indexCount", count), 1000);
         EXPECT_EQ(Refused, Walk(AnalyseMesh, image, Version)) << count;
     }
 }
@@ -458,7 +458,7 @@ TEST(CZEKOverwriterMesh, NegativeIndexCountWhoseProductWrapsAboveTheBytesLeftIsR
 {
     // -0x60000000 * 2 is 0x40000000 in 32 bits.
     const CModelBuilder builder = BuildMesh(MakeMesh(3, {}, {}));
-    const Bytes image = Extend(SetInt(builder, "primitive index count", -0x60000000), 1000);
+    const Bytes image = Extend(SetInt(builder, "meshes.primitives.indexCount", -0x60000000), 1000);
     EXPECT_EQ(Refused, Walk(AnalyseMesh, image, Version));
 }
 
@@ -525,7 +525,7 @@ TEST(CZEKOverwriterMesh, SimpleMeshWithoutVerticesStillDemandsTheBytesOfOne)
     for (int vertexCount : {0, -1, LowestInt})
     {
         const Bytes image =
-            SetInt(BuildSimpleMesh(MakeSimpleMesh(0)), "simple mesh vertex count", vertexCount);
+            SetInt(BuildSimpleMesh(MakeSimpleMesh(0)), "colliderMesh.vertexCount", vertexCount);
         for (std::size_t more = 0; more < 8; ++more)
             EXPECT_EQ(Refused, Walk(AnalyseMeshSimple, Extend(image, more), Version)) << more;
         EXPECT_EQ(BareSimpleMeshSize, Walk(AnalyseMeshSimple, Extend(image, 8), Version));
@@ -537,7 +537,7 @@ TEST(CZEKOverwriterMesh, SimpleMeshWithNormalsButWithoutVerticesStillDemandsTheB
     for (int vertexCount : {0, -1, LowestInt})
     {
         const Bytes image = SetInt(
-            BuildSimpleMesh(MakeSimpleMesh(0, {1, 0, 0, 0, 0, 0})), "simple mesh vertex count",
+            BuildSimpleMesh(MakeSimpleMesh(0, {1, 0, 0, 0, 0, 0})), "colliderMesh.vertexCount",
             vertexCount);
         for (std::size_t more = 0; more < 20; ++more)
             EXPECT_EQ(Refused, Walk(AnalyseMeshSimple, Extend(image, more), Version)) << more;
@@ -571,7 +571,7 @@ TEST(CZEKOverwriterMesh, SimpleVertexCountWhoseProductWrapsIsRefused)
     for (int vertexCount : {0x55555556, 0x40000000, 0x0aaaaaab, HighestInt})
     {
         const Bytes image = Extend(
-            SetInt(BuildSimpleMesh(MakeSimpleMesh(0)), "simple mesh vertex count", vertexCount),
+            SetInt(BuildSimpleMesh(MakeSimpleMesh(0)), "colliderMesh.vertexCount", vertexCount),
             1000);
         EXPECT_EQ(Refused, Walk(AnalyseMeshSimple, image, Version)) << vertexCount;
     }
@@ -582,7 +582,7 @@ TEST(CZEKOverwriterMesh, SimpleNegativeVertexCountHas16BitIndices)
     const CModelBuilder builder = BuildSimpleMesh(MakeSimpleMesh(0, {}, {{0, 1, 2}}));
     for (int vertexCount : {-1, -65537, LowestInt})
     {
-        const Bytes image = SetInt(builder, "simple mesh vertex count", vertexCount);
+        const Bytes image = SetInt(builder, "colliderMesh.vertexCount", vertexCount);
         EXPECT_EQ(BareSimpleMeshSize + 4 + 6, Walk(AnalyseMeshSimple, image, Version))
             << vertexCount;
     }
@@ -593,7 +593,7 @@ TEST(CZEKOverwriterMesh, SimplePrimitiveCountOfZeroOrLessMeansNone)
     for (int count : {0, -1, LowestInt})
     {
         const Bytes image =
-            SetInt(BuildSimpleMesh(MakeSimpleMesh(1)), "simple mesh primitive count", count);
+            SetInt(BuildSimpleMesh(MakeSimpleMesh(1)), "colliderMesh.primitiveCount", count);
         EXPECT_EQ(BareSimpleMeshSize + 12, Walk(AnalyseMeshSimple, image, Version)) << count;
     }
 }

@@ -88,14 +88,14 @@ TEST(CZEKOverwriterNodeList, MalformedSecondNodeIsRefused)
     CModelBuilder builder(17);
     builder.AddNodeList({MakeNode(None), MakeNode(None), MakeNode(None)});
     EXPECT_EQ(
-        Refused, Walk(AnalyseNodeList, Extend(SetInt(builder, "collider shape", 3, 1), 200), 17));
+        Refused, Walk(AnalyseNodeList, Extend(SetInt(builder, "colliderShape", 3, 1), 200), 17));
 }
 
 TEST(CZEKOverwriterNodeList, CountAboveTheRecordsThereIsRefused)
 {
     CModelBuilder builder(17);
     builder.AddNodeList({MakeNode(None), MakeNode(None)});
-    EXPECT_EQ(Refused, Walk(AnalyseNodeList, SetInt(builder, "node count", 3), 17));
+    EXPECT_EQ(Refused, Walk(AnalyseNodeList, SetInt(builder, "nodeCount", 3), 17));
 }
 
 TEST(CZEKOverwriterNode, NameWithoutTerminatorIsRefused)
@@ -125,7 +125,7 @@ TEST(CZEKOverwriterNode, ShapeOutsideMinusOneToTwoIsRefused)
     {
         for (int version : {0, 5, 7, 19, 20, 25})
         {
-            EXPECT_EQ(Refused, WalkWithInt(version, MakeNode(None), "collider shape", shape))
+            EXPECT_EQ(Refused, WalkWithInt(version, MakeNode(None), "colliderShape", shape))
                 << "shape " << shape << ", version " << version;
         }
     }
@@ -270,8 +270,8 @@ TEST(CZEKOverwriterNode, ColliderTypeAndSecondIntMayHaveAnyValue)
         const std::int64_t size = SizeOf(BuildNode(23, MakeNode(shape)).GetImage());
         for (int value : {LowestInt, -1, 2, HighestInt})
         {
-            EXPECT_EQ(size, WalkWithInt(23, MakeNode(shape), "collider type", value));
-            EXPECT_EQ(size, WalkWithInt(23, MakeNode(shape), "collider second int", value));
+            EXPECT_EQ(size, WalkWithInt(23, MakeNode(shape), "colliderType", value));
+            EXPECT_EQ(size, WalkWithInt(23, MakeNode(shape), "colliderSecondInt", value));
         }
     }
 }
@@ -298,14 +298,14 @@ TEST(CZEKOverwriterNode, ColliderIsWalkedAlone)
 TEST(CZEKOverwriterNode, HasMeshValuesOtherThanOneMeanNoMesh)
 {
     for (int hasMesh : {0, 2, -1, 257, LowestInt, HighestInt})
-        EXPECT_EQ(122, WalkWithInt(20, MakeNode(Mesh), "collider has mesh", hasMesh)) << hasMesh;
+        EXPECT_EQ(122, WalkWithInt(20, MakeNode(Mesh), "colliderHasMesh", hasMesh)) << hasMesh;
 }
 
 TEST(CZEKOverwriterNode, MissingHasMeshIntIsRefused)
 {
     // From version 23 on the int stands after the 32 bytes that were demanded.
     const CModelBuilder builder = BuildNode(23, MakeNode(Mesh));
-    const auto offset = static_cast<std::int64_t>(builder.GetOffset("collider has mesh"));
+    const auto offset = static_cast<std::int64_t>(builder.GetOffset("colliderHasMesh"));
     for (int size = 0; size < 4; ++size)
         EXPECT_EQ(Refused, Walk(AnalyseNode, Cut(builder.GetImage(), offset + size), 23)) << size;
 }
@@ -314,8 +314,8 @@ TEST(CZEKOverwriterNode, FailingEmbeddedMeshIsRefused)
 {
     SNode node = MakeNode(Mesh);
     node.hasMesh = 1;
-    EXPECT_EQ(Refused, WalkWithInt(20, node, "simple mesh vertex count", 1000));
-    EXPECT_EQ(Refused, WalkWithInt(20, node, "simple mesh index count", 1000));
+    EXPECT_EQ(Refused, WalkWithInt(20, node, "colliderMesh.vertexCount", 1000));
+    EXPECT_EQ(Refused, WalkWithInt(20, node, "colliderMesh.primitives.indexCount", 1000));
 }
 
 TEST(CZEKOverwriterNode, OffsetVectorFollowsOffsetFlagOfOne)
@@ -343,7 +343,7 @@ TEST(CZEKOverwriterNode, OffsetFlagOtherThanZeroAndOneIsRefused)
     {
         for (int version : {8, 12, 25})
         {
-            EXPECT_EQ(Refused, WalkWithInt(version, MakeNode(None), "node offset flag", flag))
+            EXPECT_EQ(Refused, WalkWithInt(version, MakeNode(None), "hasOffset", flag))
                 << "flag " << flag << ", version " << version;
         }
     }
@@ -354,7 +354,7 @@ TEST(CZEKOverwriterNode, OffsetFlagOfTwoFailsTheWholePass)
     SModel model = MakeFullModel(8);
     model.textures[0].flags = {1, 1, 1, 1};
     const CModelBuilder builder = CModelBuilder::Build(model);
-    Bytes image = SetInt(builder, "node offset flag", 2);
+    Bytes image = SetInt(builder, "hasOffset", 2);
     const Bytes before = image;
     EXPECT_FALSE(CZEKOverwriter().OverwriteImage(image, "no-such-folder/model.bin"));
     EXPECT_EQ(before, image);
@@ -394,7 +394,7 @@ TEST(CZEKOverwriterNode, AlternateReferenceFollowsSelectorOfZeroOnlyFromVersion1
 TEST(CZEKOverwriterNode, MissingReferenceIsRefused)
 {
     const CModelBuilder builder = BuildNode(16, MakeNode(None));
-    const auto offset = static_cast<std::int64_t>(builder.GetOffset("node alternate reference"));
+    const auto offset = static_cast<std::int64_t>(builder.GetOffset("alternateReference"));
     for (int size = 0; size < 4; ++size)
         EXPECT_EQ(Refused, Walk(AnalyseNode, Cut(builder.GetImage(), offset + size), 16)) << size;
 }
@@ -405,8 +405,7 @@ TEST(CZEKOverwriterNode, ReferenceSelectorOtherThanZeroAndOneIsRefused)
     {
         for (int version : {12, 15, 16, 25})
         {
-            EXPECT_EQ(
-                Refused, WalkWithInt(version, MakeNode(None), "node reference selector", selector))
+            EXPECT_EQ(Refused, WalkWithInt(version, MakeNode(None), "referenceSelector", selector))
                 << "selector " << selector << ", version " << version;
         }
     }
@@ -416,10 +415,10 @@ TEST(CZEKOverwriterNode, ReferencesMayHaveAnyValue)
 {
     for (int value : {LowestInt, -1, HighestInt})
     {
-        EXPECT_EQ(86, WalkWithInt(16, MakeNode(None), "node alternate reference", value));
+        EXPECT_EQ(86, WalkWithInt(16, MakeNode(None), "alternateReference", value));
         SNode node = MakeNode(None);
         node.referenceSelector = 1;
-        EXPECT_EQ(86, WalkWithInt(16, node, "node selected reference", value));
+        EXPECT_EQ(86, WalkWithInt(16, node, "selectedReference", value));
     }
 }
 
@@ -441,7 +440,7 @@ TEST(CZEKOverwriterNode, ParentAndMeshMayHaveAnyIndex)
 {
     for (int index : {LowestInt, -1, 1000, HighestInt})
     {
-        EXPECT_EQ(54, WalkWithInt(7, MakeNode(None), "node parent", index));
-        EXPECT_EQ(54, WalkWithInt(7, MakeNode(None), "node mesh", index));
+        EXPECT_EQ(54, WalkWithInt(7, MakeNode(None), "nodes.parentNodeIndex", index));
+        EXPECT_EQ(54, WalkWithInt(7, MakeNode(None), "nodes.meshIndex", index));
     }
 }

@@ -82,7 +82,7 @@ TEST(CZEKOverwriterReflectionProbe, VersionSixteenBringsTheSecondIntAndTheFlags)
 TEST(CZEKOverwriterReflectionProbe, VersionTwentySixBringsTheName)
 {
     ExpectSizeOfTwo(4 + 2 * (4 + 24 + 4 + 4) + 2 + 1, 26);
-    ExpectSizeOfTwo(4 + 2 * (4 + 24 + 4 + 4) + 2 + 1, 27);
+    ExpectSizeOfTwo(4 + 2 * (4 + 24 + 4 + 4) + 2 + 1, UnknownVersion);
 }
 
 TEST(CZEKOverwriterReflectionProbe, VersionFourteenYieldsNamesAndNoQuads)
@@ -189,7 +189,7 @@ TEST(CZEKOverwriterReflectionProbe, CountAboveTheRecordsThereIsRefused)
 {
     const CModelBuilder builder = BuildProbes(26, {SProbe(), SProbe()});
     for (int count : {3, 65536, HighestInt})
-        EXPECT_EQ(Refused, Walk(AnalyseReflectionProbe, SetInt(builder, "probe count", count), 26))
+        EXPECT_EQ(Refused, Walk(AnalyseReflectionProbe, SetInt(builder, "probeCount", count), 26))
             << count;
 }
 

@@ -71,8 +71,8 @@ TEST(CZEKOverwriterTextureList, NameOfZeroLengthIsAccepted)
 TEST(CZEKOverwriterTextureList, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(26);
-    builder.AddInt("texture count", 1);
-    builder.AddBlock("texture name", "texture.png and no zero byte behind");
+    builder.AddInt("textureCount", 1);
+    builder.AddBytes("textures.name", "texture.png and no zero byte behind");
     EXPECT_EQ(Refused, Walk(AnalyseTextureList, builder.GetImage(), 26));
 }
 
@@ -96,7 +96,7 @@ TEST(CZEKOverwriterTextureList, VersionOneBringsTheClamp)
 
 TEST(CZEKOverwriterTextureList, VersionFiveBringsTheFlags)
 {
-    for (int version : {5, 7, 21, 25, 26, 27})
+    for (int version : {5, 7, 21, 25, 26, UnknownVersion})
         ExpectSizeOfOne(4 + 2 + 4 + 4, version);
 }
 
@@ -189,12 +189,12 @@ TEST(CZEKOverwriterTextureList, CountAboveTheRecordsThereIsRefused)
 {
     const CModelBuilder builder = BuildTextures(26, {STexture(), STexture()});
     for (int count : {3, 65536, HighestInt})
-        EXPECT_EQ(Refused, Walk(AnalyseTextureList, SetInt(builder, "texture count", count), 26))
+        EXPECT_EQ(Refused, Walk(AnalyseTextureList, SetInt(builder, "textureCount", count), 26))
             << count;
 }
 
 TEST(CZEKOverwriterTextureList, CountBelowTheRecordsThereLeavesTheRest)
 {
     const CModelBuilder builder = BuildTextures(26, {STexture{"t"}, STexture{"t"}});
-    EXPECT_EQ(4 + 10, Walk(AnalyseTextureList, SetInt(builder, "texture count", 1), 26));
+    EXPECT_EQ(4 + 10, Walk(AnalyseTextureList, SetInt(builder, "textureCount", 1), 26));
 }

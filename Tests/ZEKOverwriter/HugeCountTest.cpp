@@ -51,23 +51,23 @@ INSTANTIATE_TEST_SUITE_P(
     EveryKind,
     HugeCount,
     testing::Values(
-        SCount{25, "node count"},
-        SCount{25, "simple mesh vertex count"},
-        SCount{25, "simple mesh primitive count"},
-        SCount{25, "simple mesh index count"},
-        SCount{25, "mesh count"},
-        SCount{25, "mesh vertex count"},
-        SCount{25, "primitive count"},
-        SCount{25, "primitive index count"},
-        SCount{25, "morph count"},
-        SCount{25, "material count"},
-        SCount{25, "probe count"},
-        SCount{25, "UV list count"},
-        SCount{25, "texture count"},
-        SCount{25, "bone count"},
-        SCount{26, "texture count"},
-        SCount{26, "probe count"},
-        SCount{26, "lightmap count"}));
+        SCount{25, "nodeCount"},
+        SCount{25, "colliderMesh.vertexCount"},
+        SCount{25, "colliderMesh.primitiveCount"},
+        SCount{25, "colliderMesh.primitives.indexCount"},
+        SCount{25, "meshCount"},
+        SCount{25, "meshes.vertexCount"},
+        SCount{25, "meshes.primitiveCount"},
+        SCount{25, "meshes.primitives.indexCount"},
+        SCount{25, "morphCount"},
+        SCount{25, "materialCount"},
+        SCount{25, "probeCount"},
+        SCount{25, "uvCount"},
+        SCount{25, "textureCount"},
+        SCount{25, "boneCount"},
+        SCount{26, "textureCount"},
+        SCount{26, "probeCount"},
+        SCount{26, "lightmapCount"}));
 
 } // namespace
 
@@ -94,7 +94,7 @@ TEST(HugeLightmapCount, BelowVersion26IsWalkedAtOnce)
     {
         CModelBuilder builder(row.version);
         builder.AddLightmapList({});
-        const Bytes image = SetInt(builder, "lightmap count", HighestInt);
+        const Bytes image = SetInt(builder, "lightmapCount", HighestInt);
         ExpectCheap(
             [&] {
                 EXPECT_EQ(row.size, Walk(&CZEKOverwriter::AnalyseLightmapList, image, row.version));
@@ -117,7 +117,7 @@ TEST(HugeMorphCount, OfAMeshWithoutVerticesTakesMemoryInProportionToTheNamesTher
     mesh.primitives = {};
     CModelBuilder builder(15);
     builder.AddMesh(mesh);
-    const Bytes image = Extend(SetInt(builder, "morph count", HighestInt), 1000);
+    const Bytes image = Extend(SetInt(builder, "morphCount", HighestInt), 1000);
     ExpectCheap([&] { EXPECT_EQ(Refused, Walk(&CZEKOverwriter::AnalyseMesh, image, 15)); });
 }
 
@@ -128,6 +128,6 @@ TEST(HugePrimitiveCount, OfEmptyPrimitivesTakesMemoryInProportionToTheRecordsThe
     mesh.primitives = {};
     CModelBuilder builder(15);
     builder.AddMesh(mesh);
-    const Bytes image = Extend(SetInt(builder, "primitive count", HighestInt), 8000);
+    const Bytes image = Extend(SetInt(builder, "meshes.primitiveCount", HighestInt), 8000);
     ExpectCheap([&] { EXPECT_EQ(Refused, Walk(&CZEKOverwriter::AnalyseMesh, image, 15)); });
 }

@@ -1,8 +1,8 @@
-#include <limits>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
+#include "Support/IntLimits.h"
 #include "ZEKFormat/EZEKBlendMode.h"
 #include "ZEKFormat/EZEKColliderShape.h"
 #include "ZEKFormat/EZEKColliderType.h"
@@ -16,15 +16,12 @@ using zek::EZEKShaderType;
 namespace
 {
 
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
-
 /// Expects an enumeration to be stored as an int and to carry any value of one.
 template <typename Enumeration>
 void ExpectCarriesAnyInt()
 {
     EXPECT_TRUE((std::is_same_v<int, std::underlying_type_t<Enumeration>>));
-    for (int value : {LowestInt, -1, 0, 1, 12345, HighestInt})
+    for (int value : {testsupport::LowestInt, -1, 0, 1, 12345, testsupport::HighestInt})
         EXPECT_EQ(value, static_cast<int>(static_cast<Enumeration>(value)));
 }
 

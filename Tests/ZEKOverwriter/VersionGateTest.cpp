@@ -346,7 +346,7 @@ TEST(VersionGate, HeaderZeroFromVersion26)
 {
     EXPECT_EQ(12, WalkHeader(25));
     EXPECT_EQ(16, WalkHeader(26));
-    EXPECT_EQ(16, WalkHeader(27));
+    EXPECT_EQ(16, WalkHeader(UnknownVersion));
 }
 
 TEST(VersionGate, TexturesProbesAndLightmapsAloneFromVersion26)
@@ -367,7 +367,7 @@ TEST(VersionGate, TexturesProbesAndLightmapsAloneFromVersion26)
         b.AddProbeSection({SProbe()});
         b.AddLightmapList({SLightmap()});
     };
-    for (int version : {7, 10, 11, 25, 26, 27, 1000})
+    for (int version : {7, 10, 11, 25, 26, UnknownVersion, 1000})
     {
         const Bytes image = Build(version, version < 26 ? addAll : addThree);
         EXPECT_EQ(SizeOf(image), Walk(walker, Extend(image, TailSize), version)) << version;

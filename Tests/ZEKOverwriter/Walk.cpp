@@ -9,7 +9,7 @@ namespace testsupport
 
 std::int64_t Walk(const Walker& walker, const Bytes& bytes, int version)
 {
-    Bytes block(bytes.begin(), bytes.end()); // not const: the header's walker writes to it
+    const Bytes block(bytes.begin(), bytes.end());
     zek::CZEKOverwriter overwriter;
     fileimage::CFileImageAnalyser reader(block.data(), block.data() + block.size());
     if (!walker(overwriter, reader, version))

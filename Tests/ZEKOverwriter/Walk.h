@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <string>
 #include <vector>
 
 #include "Support/CModelBuilder.h"
+#include "Support/IntLimits.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 namespace testsupport
@@ -20,9 +20,6 @@ using MemberWalker = bool (zek::CZEKOverwriter::*)(fileimage::CFileImageAnalyser
 
 /// Any walker; one that takes no version ignores it.
 using Walker = std::function<bool(zek::CZEKOverwriter&, fileimage::CFileImageAnalyser&, int)>;
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 /// What `Walk` returns for a walker that returned false.
 constexpr std::int64_t Refused = -1;

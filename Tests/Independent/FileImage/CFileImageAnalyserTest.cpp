@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -11,7 +10,11 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/IntLimits.h"
+
 using fileimage::CFileImageAnalyser;
+using testsupport::HighestInt;
+using testsupport::LowestInt;
 
 namespace
 {
@@ -19,9 +22,6 @@ namespace
 /// A vector that is filled once has a heap block of exactly its size, so that a sanitizer sees
 /// each read past the range.
 using Bytes = std::vector<unsigned char>;
-
-constexpr int LowestInt = std::numeric_limits<int>::min();
-constexpr int HighestInt = std::numeric_limits<int>::max();
 
 CFileImageAnalyser ReaderOver(const Bytes& bytes)
 {
