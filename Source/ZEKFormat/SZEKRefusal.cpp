@@ -73,8 +73,9 @@ void CZEKRefusalSink::Refuse(const SZEKFault& fault)
     m_Refusal.kind = fault.kind;
     m_Refusal.demanded = fault.demanded;
     m_Refusal.left = fault.left;
+    const bool isText = fault.text.data() != nullptr;
     m_Refusal.value =
-        fault.text.empty() ? std::to_string(fault.value) : "\"" + MakeShowable(fault.text) + "\"";
+        isText ? "\"" + MakeShowable(fault.text) + "\"" : std::to_string(fault.value);
     m_Refusal.expected = fault.expected;
 }
 
