@@ -76,7 +76,7 @@ std::vector<std::size_t> CModelFields::GetOffsets(const std::string& name) const
 
 void CModelFields::Section(const std::string& name)
 {
-    m_Section = name;
+    m_Sections.push_back({name, m_Fields.size()});
 }
 
 void CModelFields::Enter(const std::string& name, int index)

@@ -43,6 +43,13 @@ struct SArray
     std::size_t firstField; ///< the number of fields before it
 };
 
+/// Where a section begins.
+struct SSection
+{
+    std::string name;
+    std::size_t firstField; ///< the number of fields before it
+};
+
 /// Where a record lies, and the count that it is one of.
 struct SRecord
 {
@@ -66,6 +73,8 @@ public:
     const std::vector<SField>& GetFields() const { return m_Fields; }
 
     const std::vector<SArray>& GetArrays() const { return m_Arrays; }
+
+    const std::vector<SSection>& GetSections() const { return m_Sections; }
 
     /// Nodes, meshes, primitives, morphs, materials, textures, probes, bones and lightmaps.
     const std::vector<SRecord>& GetRecords() const { return m_Records; }
@@ -138,7 +147,6 @@ protected:
 
     int m_Version;
     std::size_t m_Pos = 0;
-    std::string m_Section;
     std::vector<SScope> m_Scopes;
 
 private:
@@ -149,6 +157,7 @@ private:
     int m_Array = -1;
     std::vector<SField> m_Fields;
     std::vector<SArray> m_Arrays;
+    std::vector<SSection> m_Sections;
     std::vector<SRecord> m_Records;
 };
 

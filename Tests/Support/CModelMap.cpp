@@ -148,7 +148,7 @@ void CModelMap::Refuse(
     SFault::EKind kind, const std::string& name, std::size_t offset, std::size_t stop)
 {
     m_Fault.kind = kind;
-    m_Fault.section = m_Section;
+    m_Fault.section = GetSections().back().name;
     m_Fault.index = m_Scopes.empty() ? -1 : m_Scopes.front().index;
     m_Fault.name = GetRecordName();
     for (std::size_t i = 1; i < m_Scopes.size(); ++i)

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include <fcntl.h>
@@ -160,6 +161,70 @@ TEST_F(CRandomAccessFileTest, WhatIsNoRegularFileIsRefusedWithoutWaiting)
     EXPECT_EQ(file.GetError(), "Not a regular file");
     EXPECT_FALSE(file.Open(m_Folder.GetPath("missing")));
     EXPECT_EQ(file.GetError(), "No such file or directory");
+}
+
+TEST_F(CRandomAccessFileTest, AFileThatBecomesShorterKeepsItsSizeAndGivesWhatIsLeft)
+{
+    CRandomAccessFile file;
+    ASSERT_TRUE(file.Open(m_Path));
+    files::resize_file(m_Path, 4);
+    EXPECT_EQ(file.GetSize(), 10);
+    char bytes[8] = {};
+    EXPECT_EQ(file.Read(2, bytes, 5), 2);
+    EXPECT_EQ(std::string(bytes), "23");
+    EXPECT_EQ(file.Read(5, bytes, 5), 0);
+}
+
+TEST_F(CRandomAccessFileTest, PathsAreTakenAsTheyAre)
+{
+    m_Folder.Write("a\\b", "backslash");
+    m_Folder.Write("UserData\\c", "prefix");
+    CRandomAccessFile file;
+    ASSERT_TRUE(file.Open(m_Folder.GetPath("a\\b")));
+    EXPECT_EQ(file.GetSize(), 9);
+    ASSERT_TRUE(file.Open(m_Folder.GetPath("UserData\\c")));
+    EXPECT_EQ(file.GetSize(), 6);
+}
+
+TEST_F(CRandomAccessFileTest, WhatWasOpenIsClosed)
+{
+    const auto countOpenFiles = []
+    { return std::distance(files::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = countOpenFiles();
+    char byte;
+    {
+        CRandomAccessFile file;
+        ASSERT_TRUE(file.Open(m_Path));
+        ASSERT_TRUE(file.Open(m_Path));
+        EXPECT_EQ(countOpenFiles(), before + 1);
+        EXPECT_FALSE(file.Open(m_Folder.GetPath()));
+        EXPECT_EQ(countOpenFiles(), before);
+        ASSERT_TRUE(file.Open(m_Path));
+        file.Close();
+        file.Close();
+        EXPECT_EQ(countOpenFiles(), before);
+        EXPECT_EQ(file.Read(0, &byte, 1), 0);
+        ASSERT_TRUE(file.Open(m_Path));
+    }
+    EXPECT_EQ(countOpenFiles(), before);
+}
+
+TEST_F(CRandomAccessFileTest, PositionsHave64Bits)
+{
+    // Sparse: it takes no room on the disk.
+    constexpr std::int64_t pos = 5000000000;
+    std::ofstream stream(m_Path, std::ios::binary);
+    stream.seekp(pos);
+    stream << "there";
+    stream.close();
+    if (!stream)
+        GTEST_SKIP() << "the file system does not take a sparse file of 5 GB";
+    CRandomAccessFile file;
+    ASSERT_TRUE(file.Open(m_Path));
+    EXPECT_EQ(file.GetSize(), pos + 5);
+    char bytes[8] = {};
+    EXPECT_EQ(file.Read(pos, bytes, 8), 5);
+    EXPECT_EQ(std::string(bytes), "there");
 }
 
 TEST_F(CRandomAccessFileTest, WhatCanBeOpenedIsWhatCanBeReadFileOrNot)
