@@ -135,7 +135,6 @@ TEST_P(RefusalOfVersion, SaysWhichIntIsWrong)
         if (field.kind != EFieldKind::Int)
             continue;
         Bytes image = builder.GetImage();
-        const int left = static_cast<int>(image.size() - field.offset - 4);
         for (const int value : {-1, 2, 0x55555556, HighestInt, -0x0aaaaaab})
         {
             fileimage::WriteInt(&image[field.offset], value);
