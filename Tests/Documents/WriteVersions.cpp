@@ -16,8 +16,7 @@
 namespace
 {
 
-constexpr int NewestVersion = 26;
-constexpr int UnknownVersion = NewestVersion + 1;
+constexpr int LastVersion = 40; // far beyond the newest that is known
 constexpr int NewestVersionWithMeshes = 25;
 constexpr int VertexCountOf32BitIndices = 65537;
 
@@ -75,7 +74,7 @@ int main(int argc, char* argv[])
     }
     const std::string folder = std::string(argv[1]) + '/';
     bool isWritten = true;
-    for (int version = 0; version <= UnknownVersion; ++version)
+    for (int version = 0; version <= LastVersion; ++version)
         isWritten &= Write(folder + std::to_string(version) + ".zek", MakeModel(version));
     isWritten &=
         Write(folder + std::to_string(NewestVersionWithMeshes) + "-large.zek", MakeLargeModel());
