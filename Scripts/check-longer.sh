@@ -9,6 +9,8 @@ cd "$(dirname "$0")/.."
 
 # The whole build and all tests, twice.
 check "compilers" Scripts/test-compilers.sh
+# Six builds and runs of the tests that hold the format's descriptions to each other.
+check "recipe" Scripts/check-recipe.sh
 # The whole build, and all tests many times slower.
 check "memcheck" Scripts/test-valgrind.sh
 # Three cross compilers with their libraries, the whole build three times, all tests under emulation.

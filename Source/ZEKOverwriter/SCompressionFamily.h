@@ -24,5 +24,6 @@ constexpr std::array<SCompressionFamily, CompressionFamilyCount> CompressionFami
     {"ASTC", "tex_astc", "tex_reflection_cube_astc", "pvr"},
     {"DXT", "tex_dxt", "tex_reflection_cube_dxt", "dds"},
 }};
+static_assert(!CompressionFamilies.back().name.empty(), "each family has a line");
 
 } // namespace zek
