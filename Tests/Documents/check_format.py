@@ -24,9 +24,18 @@ SMALL_MODEL = 10000  # bytes
 MAGIC_AND_VERSION = [("magic", "text", 1, 0, 4), ("version", "int", 1, 4, 4)]
 
 CODES = {"byte": "B", "short": "h", "word": "H", "int": "i", "float": "f"}
-TYPE = re.compile(r"(?:\[(?P<record>[\w ]+)\]\(#[\w-]+\)|(?P<value>\w+)(?:\[(?P<n>\d+)\])?)(?: × `(?P<count>\w+)`)?$")
-VERSIONS = re.compile(r"(?:all|(?P<from>\d+) on|to (?P<to>\d+)|(?P<first>\d+) to (?P<last>\d+))(?:, if (?P<condition>.*))?$")
-CONDITION = re.compile(r"`(?P<field>[\w.]+)` is (?P<how>not |at most |above |)(?P<values>-?\d+(?: or -?\d+)*)$")
+# What the cells of a row may say.
+TYPE = re.compile(
+    r"(?:\[(?P<record>[\w ]+)\]\(#[\w-]+\)|(?P<value>\w+)(?:\[(?P<n>\d+)\])?)"
+    r"(?: × `(?P<count>\w+)`)?$"
+)
+VERSIONS = re.compile(
+    r"(?:all|(?P<from>\d+) on|to (?P<to>\d+)|(?P<first>\d+) to (?P<last>\d+))"
+    r"(?:, if (?P<condition>.*))?$"
+)
+CONDITION = re.compile(
+    r"`(?P<field>[\w.]+)` is (?P<how>not |at most |above |)(?P<values>-?\d+(?: or -?\d+)*)$"
+)
 
 
 class WrongDocument(Exception):
@@ -79,7 +88,7 @@ class Row:
 
     def check_coverage(self):
         if self.outcomes != ({True, False} if self.condition else {True}):
-            raise WrongDocument(f"no model decides whether this is right: {self.table}, {self.name}")
+            raise WrongDocument(f"no model decides on {self.table}, {self.name}")
 
 
 class Document:
@@ -103,26 +112,31 @@ class Document:
 
     def check_types(self):
         for name, (size, _) in self.types.items():
-            if name == "text":
-                continue
             value, count = self.resolve(name, 1)
-            if struct.calcsize(CODES[value]) * count != int(size):
-                raise WrongDocument(f"{name} is not of {size} bytes")
+            right = "length + 1" if value == "text" else str(count * struct.calcsize(CODES[value]))
+            if size != right:
+                raise WrongDocument(f"{name} is not of {size} bytes but of {right}")
 
     def check_history(self):
         """A version is in the history if the code has a name for it, and with what begins or has
         ended with it."""
         known = {int(number) for number in re.findall(r"= (\d+);", HEADER.read_text())}
         if known != set(self.history):
-            raise WrongDocument(f"in ZEKVersion.h or in the history alone: {known ^ set(self.history)}")
+            odd = known ^ set(self.history)
+            raise WrongDocument(f"in ZEKVersion.h or in the history alone: {odd}")
         for version, text in self.history.items():
             told = set()
             for table, names in re.findall(r"(?:^|\. )(\w[\w ]*): (.*?)(?=\. |$)", text):
                 told |= {(table, name) for name in re.findall(r"`(.*?)`", names)}
-            rows = [row for table in self.tables.values() for row in table]
-            changed = {(row.table, row.name) for row in rows if version in (row.first, row.last + 1)}
+            changed = {
+                (row.table, row.name)
+                for table in self.tables.values()
+                for row in table
+                if version in (row.first, row.last + 1)
+            }
             if told != changed:
-                raise WrongDocument(f"in the tables or in the history of {version} alone: {told ^ changed}")
+                odd = told ^ changed
+                raise WrongDocument(f"in the tables or in the history of {version} alone: {odd}")
 
 
 class Reader:
@@ -170,7 +184,9 @@ class Reader:
 
 
 def list_fields(program, path):
-    run = subprocess.run([program, path], stdout=subprocess.PIPE, text=True, check=True)
+    run = subprocess.run([program, path], capture_output=True, text=True)
+    if run.returncode != 0:
+        raise WrongDocument(f"a model cannot be listed: {run.stderr}")
     rows = [line.split("\t") for line in run.stdout.splitlines()]
     return [(row[0], row[1], *map(int, row[2:])) for row in rows]
 
@@ -179,7 +195,8 @@ def format_value(field, image):
     _, type_name, count, offset, size = field
     if type_name == "text":
         return '"' + image[offset : offset + size - 1].decode() + '"'
-    return ", ".join(f"{value:g}" for value in struct.unpack_from(f"<{count}{CODES[type_name]}", image, offset))
+    values = struct.unpack_from(f"<{count}{CODES[type_name]}", image, offset)
+    return ", ".join(f"{value:g}" for value in values)
 
 
 def annotate(fields, image):
@@ -240,7 +257,7 @@ def check(text, facts):
 
 def main():
     try:
-        check(DOCUMENT.read_text(), Facts(*sys.argv[1:]))
+        check(DOCUMENT.read_text(encoding="utf-8"), Facts(*sys.argv[1:]))
     except WrongDocument as error:
         sys.exit(f"check_format: {error}")
 

@@ -10,7 +10,14 @@ import sys
 
 import check_format
 
-OTHER_TYPES = {"int": "float", "float": "int", "byte": "flags", "text": "int", "word": "short", "short": "word"}
+OTHER_TYPES = {
+    "byte": "flags",
+    "short": "word",
+    "word": "short",
+    "int": "float",
+    "float": "int",
+    "text": "int",
+}
 
 
 def change_version(versions, by):
@@ -22,7 +29,7 @@ def change_row(line):
     """Yields what a row of a table can be made into that is wrong."""
     yield ""
     yield line + "\n" + line
-    name, value, versions, *rest = line[2:].split(" | ")
+    name, value, versions, _ = line[2:].split(" | ", 3)
     yield line.replace(name, "`other`", 1)
     for type_name, other in OTHER_TYPES.items():
         if re.match(rf"{type_name}\b", value):
@@ -30,8 +37,8 @@ def change_row(line):
     if "[" in value and value[0] != "[":
         yield line.replace("[", "[1", 1)
     if " × " in value:
-        yield line.replace(" × ", " × `version` × ", 1)
-        yield line.replace(" × ", " ×  ", 1).replace(value.split(" × ")[1], "`version`", 1)
+        yield line.replace(value, value.split(" × ")[0], 1)
+        yield line.replace(value, value.split(" × ")[0] + " × `version`", 1)
     gate, _, condition = versions.partition(", if ")
     if gate != "all":
         for by in (-1, 1):
@@ -43,7 +50,13 @@ def change_row(line):
         yield line.replace(", if " + condition, "", 1)
         number = re.search(r"-?\d+", condition)[0]
         yield line.replace(condition, condition.replace(number, str(int(number) + 1)), 1)
-        yield line.replace(condition, condition.replace(" is ", " is not ").replace("not not ", ""), 1)
+        opposite = condition.replace(" is ", " is not ").replace("not not ", "")
+        yield line.replace(condition, opposite, 1)
+
+
+def change_type(line):
+    """Yields a row of the table of types with another size."""
+    yield re.sub(r"\b(\d+) \|", r"1\1 |", line, count=1)
 
 
 def change_history(line):
@@ -55,32 +68,31 @@ def change_history(line):
 
 def change_bytes(line):
     yield ""
+    yield " " + line
     yield re.sub("[0-9a-f]", lambda digit: format(15 - int(digit[0], 16), "x"), line, count=1)
-    yield line.replace("^^", "  ", 1) if "^^" in line else line[:10] + "77" + line[12:]
-    yield line.replace(": ", ": 7", 1) if ": " in line else " " + line
+    yield line[:10] + "77" + line[12:]
+    yield line.replace(": ", ": 7", 1)
+
+
+CHANGES = {"| field": change_row, "| version": change_history, "| type": change_type}
 
 
 def change(text):
     """Yields the number and text of a changed line, and the whole text with it."""
     lines = text.split("\n")
-    changes, heading = None, ""
+    changes = None
     for index, line in enumerate(lines):
-        if line.startswith("#"):
-            heading, changes = line, None
-        elif line.startswith("| field"):
-            changes = change_row
-        elif line.startswith("| version"):
-            changes = change_history
-        elif line.startswith("```"):
+        if line.startswith("```"):
             changes = None if changes else change_bytes
-        elif line.startswith("| byte"):
-            changes = lambda line: [re.sub(r"\b(\d+) \|", r"1\1 |", line, count=1)]
-            heading = "values"
+        elif line.startswith(tuple(CHANGES)):
+            changes = CHANGES[line[: line.index(" ", 2)]]
         elif not line:
             changes = None
-        if changes and not line.startswith(("|---", "| field", "| version", "```", "| text | length")):
+        elif changes and not line.startswith("|---"):
             for changed in set(changes(line)) - {line}:
-                yield index + 1, changed, "\n".join(lines[:index] + [changed] * (changed != "") + lines[index + 1 :])
+                changed_lines = [changed] if changed else []
+                rest = lines[:index] + changed_lines + lines[index + 1 :]
+                yield index + 1, changed, "\n".join(rest)
 
 
 def is_noticed(text, facts):
@@ -93,11 +105,11 @@ def is_noticed(text, facts):
 
 def main():
     facts = check_format.Facts(*sys.argv[1:])
-    text = check_format.DOCUMENT.read_text()
+    text = check_format.DOCUMENT.read_text(encoding="utf-8")
     check_format.check(text, facts)
     changes = list(change(text))
-    unnoticed = [(number, line) for number, line, changed in changes if not is_noticed(changed, facts)]
-    for number, line in unnoticed:
+    unnoticed = [change for change in changes if not is_noticed(change[2], facts)]
+    for number, line, _ in unnoticed:
         print(f"line {number} may as well be: {line or 'left out'}")
     print(f"{len(changes)} changes, {len(unnoticed)} not noticed")
     sys.exit(1 if unnoticed or not changes else 0)
