@@ -9,6 +9,9 @@
 #include "FuzzTarget.h"
 #include "Support/CModelMap.h"
 #include "Support/CTemporaryFolder.h"
+#include "ZEKFormat/CZEKVisitor.h"
+#include "ZEKFormat/SZEKRefusal.h"
+#include "ZEKOverwriter/CZEKModel.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 using fuzz::Require;
@@ -121,6 +124,52 @@ bool Overwrite(Bytes& image)
     return overwriter.OverwriteImage(image, GetFolder().GetPath("model.zek"));
 }
 
+/// Checks that the fields lie side by side from the first byte on.
+class CCoverVisitor : public zek::CZEKVisitor
+{
+public:
+    void OnField(const zek::SZEKField& field) override { Cover(field.offset, field.size); }
+
+    void OnArray(const zek::SZEKArray& array) override
+    {
+        Cover(array.offset, array.elementSize * array.count);
+    }
+
+    std::int64_t GetEnd() const { return m_End; }
+
+private:
+    void Cover(std::int64_t offset, std::int64_t size)
+    {
+        Require(offset == m_End && size >= 0, "fields follow each other");
+        m_End += size;
+    }
+
+    std::int64_t m_End = 0;
+};
+
+/// Checks that everybody who walks the file says the same of it.
+void CheckRefusal(const Bytes& image, const CModelMap& map)
+{
+    const auto size = static_cast<std::int64_t>(image.size());
+    CCoverVisitor visitor;
+    const auto refusal = zek::VisitFields(image.data(), size, visitor);
+    zek::CZEKModel model;
+    zek::SZEKRefusal loaderRefusal;
+    const bool isLoaded = model.Load(image.data(), size, loaderRefusal);
+    Require(isLoaded == map.IsAccepted(), "the loader accepts the same files");
+    Require(refusal.has_value() != isLoaded, "what is refused has a reason");
+    Require(
+        visitor.GetEnd() == static_cast<std::int64_t>(map.GetEnd()),
+        "every byte that is walked belongs to a field");
+    if (!refusal.has_value())
+        return;
+    Require(refusal->GetText() == loaderRefusal.GetText(), "the loader has the same reason");
+    Require(
+        refusal->offset == static_cast<std::int64_t>(map.GetFault().offset) &&
+            refusal->field == map.GetFault().field && refusal->index == map.GetFault().index,
+        "the reason is in the field where the file is wrong");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -136,6 +185,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const Bytes image(data, data + size);
     const CModelMap map(image);
+
+    CheckRefusal(image, map);
 
     Bytes result = image;
     const bool isAccepted = Overwrite(result);

@@ -310,3 +310,31 @@ TEST_F(SystemCallTest, NoCallGoesToTheNetworkAnotherProcessOrTheNamesOfFiles)
             EXPECT_EQ(calls.count(GetName(call)), 1u) << call;
     }
 }
+
+TEST_F(SystemCallTest, AllFacesOfAProbeAreTriedAndFaceByFace)
+{
+    testsupport::SModel model;
+    model.probes.resize(1);
+    model.probes[0].name = "Hall";
+    // Neither a face that is there nor one that is missing ends the search.
+    m_Folder.Write("tex_reflection_cube_etc\\Hall\\reflection_cube_0.pvr", "");
+    Trace(testsupport::CModelBuilder::Build(model).GetImage());
+    ASSERT_TRUE(IsSuccess(m_Result));
+
+    std::vector<Call> tried;
+    for (const Call& call : m_Calls)
+    {
+        if (call.find("reflection_cube_") != std::string::npos)
+            tried.push_back(call);
+    }
+    ASSERT_EQ(tried.size(), 24u);
+    const std::string families[] = {"pvrtc", "etc", "astc", "dxt"};
+    for (std::size_t i = 0; i < tried.size(); ++i)
+    {
+        // strace prints a backslash as two.
+        const std::string path = m_Folder.GetPath("tex_reflection_cube_") + families[i % 4] +
+                                 "\\\\Hall\\\\reflection_cube_" + std::to_string(i / 4) +
+                                 (i % 4 == 3 ? ".dds" : ".pvr");
+        EXPECT_TRUE(IsReadOf(tried[i], path)) << tried[i];
+    }
+}

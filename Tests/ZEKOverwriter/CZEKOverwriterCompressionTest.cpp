@@ -545,3 +545,23 @@ TEST(CZEKOverwriterCompression, TexturesAndLightmapsShareTheirFolders)
     EXPECT_EQ(FlagsList({{0, 0, 1, 0}}), DetectTextures(folder, 1).flags);
     EXPECT_EQ(FlagsList({{0, 0, 1, 0}}), DetectLightmaps(folder, {"000.png"}).flags);
 }
+
+TEST(CZEKOverwriterCubemapCompression, ProbeWhoseNameIsMissingIsNotLookedFor)
+{
+    const CTemporaryFolder folder;
+    WriteFacesOfAllFamilies(folder, "Probe");
+    CModelBuilder builder(26);
+    builder.AddProbeSection({SProbe(), SProbe()});
+    // The second probe ends inside its name: two groups of flags, one name.
+    Bytes image = Cut(builder.GetImage(), -2);
+    const Bytes before = image;
+    CZEKOverwriter overwriter;
+    fileimage::CFileImageAnalyser reader(image.data(), image.data() + image.size());
+    ASSERT_FALSE(overwriter.AnalyseReflectionProbe(reader, 26));
+    ASSERT_EQ(2u, overwriter.GetProbeFlagQuadList().size());
+    ASSERT_EQ(1u, overwriter.GetProbeNameList().size());
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(overwriter.AnalyseReflectionProbeCompression(26, folder.GetPath("model.zek")));
+    EXPECT_EQ(NoCubemaps, testing::internal::GetCapturedStdout());
+    EXPECT_EQ(before, image);
+}

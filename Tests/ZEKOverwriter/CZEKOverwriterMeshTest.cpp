@@ -636,3 +636,13 @@ TEST(CZEKOverwriterMesh, SimpleNegativeIndexCountWhoseProductWrapsToBytesThatAre
     EXPECT_EQ(Refused, WalkWithWideIndexCount(-0x3fffffff, 3)); // 4 in 32 bits
     EXPECT_EQ(UpToWideIndexCount, WalkWithWideIndexCount(-0x3fffffff, 4));
 }
+
+TEST(CZEKOverwriterMeshSimple, OneVertexIsDemandedEvenOfAMeshWithoutAny)
+{
+    const Bytes plain = BuildSimpleMesh(MakeSimpleMesh(0)).GetImage();
+    EXPECT_EQ(10, WhereRefused(AnalyseMeshSimple, Cut(Extend(plain, 100), 10 + 11), Version));
+    EXPECT_EQ(SizeOf(plain), Walk(AnalyseMeshSimple, Cut(Extend(plain, 100), 10 + 12), Version));
+    const Bytes normal = BuildSimpleMesh(MakeSimpleMesh(0, {1, 0, 0, 0, 0, 0})).GetImage();
+    EXPECT_EQ(10, WhereRefused(AnalyseMeshSimple, Cut(Extend(normal, 100), 10 + 23), Version));
+    EXPECT_EQ(SizeOf(normal), Walk(AnalyseMeshSimple, Cut(Extend(normal, 100), 10 + 24), Version));
+}

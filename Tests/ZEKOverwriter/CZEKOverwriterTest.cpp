@@ -366,3 +366,90 @@ TEST(CZEKOverwriter, ImageInMemoryIsPatchedAndNoFileIsTouched)
     EXPECT_EQ(Poke(builder.GetImage(), 8, {1}), image);
     EXPECT_TRUE(folder.GetContents().empty());
 }
+
+TEST(CZEKOverwriter, HeaderIsWalkedInMemoryThatCannotBeWritten)
+{
+    static constexpr unsigned char image[] = {'Z', 'E', 'K', 0, 21, 0, 0, 0, 5, 0, 0, 0};
+    CFileImageAnalyser reader(image, image + sizeof(image));
+    CZEKOverwriter overwriter;
+    int version = 0;
+    EXPECT_TRUE(overwriter.AnalyseHeader(reader, version));
+    EXPECT_EQ(21, version);
+    EXPECT_EQ(12, reader.GetPos());
+}
+
+TEST(CZEKOverwriter, MarkerIsSetWhenItIsAskedForAndNotBefore)
+{
+    Bytes image = BuildEmpty(21, 0x0204).GetImage();
+    const Bytes before = image;
+    CFileImageAnalyser reader(image.data(), image.data() + image.size());
+    CZEKOverwriter overwriter;
+    overwriter.SetProcessedMarker(); // of nothing yet
+    int version = 0;
+    ASSERT_TRUE(overwriter.AnalyseHeader(reader, version));
+    EXPECT_EQ(before, image);
+    overwriter.SetProcessedMarker();
+    EXPECT_EQ(Poke(before, MarkerOffset, {1}), image);
+}
+
+TEST(CZEKOverwriter, ImageThatIsRefusedIsLeftAlone)
+{
+    // All flags and the marker have been walked when the last int is missing.
+    SModel model = MakeFullModel(26);
+    model.textures[0].flags = model.probes[0].flags = model.lightmaps[0].flags = Old;
+    const Bytes before = Cut(CModelBuilder::Build(model).GetImage(), -1);
+    Bytes image = before;
+    EXPECT_FALSE(CZEKOverwriter().OverwriteImage(image, "no-such-folder/model.zek"));
+    EXPECT_EQ(before, image);
+}
+
+TEST(CZEKOverwriter, KeepsNothingOfAnImageOnceItIsOverwrittenOrRefused)
+{
+    const Bytes whole = CModelBuilder::Build(MakeFullModel(26)).GetImage();
+    for (const Bytes& bytes : {whole, Cut(whole, -1)})
+    {
+        Bytes image = bytes;
+        CZEKOverwriter overwriter;
+        testing::internal::CaptureStdout();
+        overwriter.OverwriteImage(image, "no-such-folder/model.zek");
+        testing::internal::GetCapturedStdout();
+        EXPECT_TRUE(overwriter.GetTextureFlagQuadList().empty());
+        EXPECT_TRUE(overwriter.GetProbeFlagQuadList().empty());
+        EXPECT_TRUE(overwriter.GetProbeNameList().empty());
+        EXPECT_EQ(0, overwriter.GetProbeCount());
+        EXPECT_TRUE(overwriter.GetLightmapFlagQuadList().empty());
+        EXPECT_TRUE(overwriter.GetLightmapNameList().empty());
+        overwriter.SetProcessedMarker(); // of nothing any more
+        EXPECT_EQ(image.size(), bytes.size());
+    }
+}
+
+TEST(CZEKOverwriter, SecondFileIsOverwrittenAsByAnObjectOfItsOwn)
+{
+    // The first image is freed before the second is read: a flag written through an old address
+    // would be a write to memory that is gone.
+    const CTemporaryFolder folder;
+    folder.Write("tex_dxt/000.dds", "");
+    const Bytes large = CModelBuilder::Build(MakeFullModel(26)).GetImage();
+    SModel model;
+    model.textures.resize(1);
+    model.textures[0].flags = Old;
+    const CModelBuilder builder = CModelBuilder::Build(model);
+    CZEKOverwriter overwriter;
+    for (const Bytes& first : {large, Cut(large, -1)})
+    {
+        folder.Write("first.zek", first);
+        folder.Write("second.zek", builder.GetImage());
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(first == large, overwriter.Overwrite(folder.GetPath("first.zek")));
+        EXPECT_TRUE(overwriter.Overwrite(folder.GetPath("second.zek")));
+        const std::string output = testing::internal::GetCapturedStdout();
+        const std::string last = "ExistTextureCompression 0 0 0 1\n" + NoCubemaps + NoLightmaps;
+        ASSERT_GE(output.size(), last.size());
+        EXPECT_EQ(last, output.substr(output.size() - last.size()));
+        const Bytes expected = Poke(
+            Poke(builder.GetImage(), MarkerOffset, {1}), builder.GetTextureFlagOffsets()[0],
+            {0, 0, 0, 1});
+        EXPECT_EQ(expected, folder.Read("second.zek"));
+    }
+}
