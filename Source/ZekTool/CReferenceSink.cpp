@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "Independent/FileImage/FileImage.h"
 #include "ZekTool/CSurveySink.h"
@@ -29,12 +30,13 @@ bool IsFinite(const S3D& position)
 
 } // namespace
 
-CReferenceSink::CReferenceSink(const SSurvey& survey, bool isDeep, CFindingList& findings)
+CReferenceSink::CReferenceSink(
+    const SSurvey& survey, std::vector<int> parents, bool isDeep, CFindingList& findings)
     : m_Survey(survey)
     , m_IsDeep(isDeep)
     , m_Findings(findings)
     , m_References({{
-          {"parentNodeIndex", EFinding::ParentIndex, survey.GetNodeCount(), "node", "nodes"},
+          {"parentNodeIndex", EFinding::ParentIndex, survey.nodeCount, "node", "nodes"},
           {"meshIndex", EFinding::MeshIndex, survey.meshCount, "mesh", "meshes"},
           {"materialIndex", EFinding::MaterialIndex, survey.materialCount, "material", "materials"},
           {"mainTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
@@ -46,17 +48,17 @@ CReferenceSink::CReferenceSink(const SSurvey& survey, bool isDeep, CFindingList&
           {"roughnessTextureIndex", EFinding::TextureIndex, survey.GetTextureCount(), "texture",
            "textures"},
       }})
-    , m_Circles(FindNodeCircles(survey.parents))
+    , m_Parents(std::move(parents))
+    , m_Circles(FindNodeCircles(m_Parents))
 {
 }
 
 bool CReferenceSink::IsNeeded(const SSurvey& survey)
 {
-    return survey.hasUnsafeName || !survey.parentIndices.IsWithin(survey.GetNodeCount()) ||
+    return survey.hasUnsafeName || !survey.parentIndices.IsWithin(survey.nodeCount) ||
            !survey.meshIndices.IsWithin(survey.meshCount) ||
            !survey.materialIndices.IsWithin(survey.materialCount) ||
-           !survey.textureIndices.IsWithin(survey.GetTextureCount()) ||
-           !FindNodeCircles(survey.parents).empty();
+           !survey.textureIndices.IsWithin(survey.GetTextureCount()) || survey.hasLaterParent;
 }
 
 void CReferenceSink::BeginSection(const char* name)
@@ -149,8 +151,7 @@ void CReferenceSink::Node(const zek::SZEKNode&)
         {
             SFinding finding;
             finding.location = Locate("parentNodeIndex", m_ParentOffset);
-            finding.message =
-                "the parents form a circle, " + DescribeNodeCircle(m_Survey.parents, node);
+            finding.message = "the parents form a circle, " + DescribeNodeCircle(m_Parents, node);
             return finding;
         });
 }

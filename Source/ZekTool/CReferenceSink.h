@@ -18,8 +18,10 @@ namespace zektool
 class CReferenceSink : public zek::CZEKRefusalSink
 {
 public:
-    /// Borrows the survey and the findings.
-    CReferenceSink(const SSurvey& survey, bool isDeep, CFindingList& findings);
+    /// Borrows the survey and the findings. Parents are those of all nodes; they may be missing
+    /// when no parent stands after its child.
+    CReferenceSink(
+        const SSurvey& survey, std::vector<int> parents, bool isDeep, CFindingList& findings);
 
     /// True when the survey alone says that there is something to find.
     static bool IsNeeded(const SSurvey& survey);
@@ -65,6 +67,7 @@ private:
     bool m_IsDeep;
     CFindingList& m_Findings;
     std::array<SReference, 7> m_References;
+    std::vector<int> m_Parents;
     std::vector<int> m_Circles;
     std::size_t m_NextCircle = 0;
     int m_NodeCount = 0; // of the nodes that have been walked

@@ -33,7 +33,9 @@ public:
 
     void Node(const zek::SZEKNode& node)
     {
-        m_Survey.parents.push_back(node.parentNodeIndex);
+        if (node.parentNodeIndex >= m_Survey.nodeCount)
+            m_Survey.hasLaterParent = true;
+        ++m_Survey.nodeCount;
         m_Survey.parentIndices.Add(node.parentNodeIndex);
         m_Survey.meshIndices.Add(node.meshIndex);
     }

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
 #include "ZEKFormat/CZEKFileSource.h"
@@ -105,13 +106,34 @@ void CheckProcessedMarker(
         });
 }
 
+/// Keeps the parents of the nodes.
+struct CParentSink : zek::CZEKSink
+{
+    void Node(const zek::SZEKNode& node) { parents.push_back(node.parentNodeIndex); }
+
+    std::vector<int> parents;
+};
+
+std::vector<int> ReadParents(filesystem::CRandomAccessFile& file)
+{
+    zek::CZEKFileSource source(file);
+    CParentSink sink;
+    zek::CZEKWalk<zek::CZEKFileSource, CParentSink> walk(source, sink);
+    WalkFile(walk); // of what cannot be walked the next walk says why
+    return std::move(sink.parents);
+}
+
 void CheckReferences(
     const SSurvey& survey, bool isDeep, filesystem::CRandomAccessFile& file, CFindingList& findings)
 {
     if (!isDeep && !CReferenceSink::IsNeeded(survey))
         return;
     zek::CZEKFileSource source(file);
-    CReferenceSink sink(survey, isDeep, findings);
+    // Circles have a parent that stands after its child, which is rare: parents are kept only then.
+    std::vector<int> parents;
+    if (survey.hasLaterParent)
+        parents = ReadParents(file);
+    CReferenceSink sink(survey, std::move(parents), isDeep, findings);
     zek::CZEKWalk<zek::CZEKFileSource, CReferenceSink> walk(source, sink);
     if (!WalkFile(walk))
         AddRefusal(file, findings);

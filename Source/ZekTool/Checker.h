@@ -11,7 +11,8 @@ namespace zektool
 /// waited for; the path is the system's own. Several threads may call it at once.
 ///
 /// The time is linear in the size of the model and of the folders of its variants. Kept in memory
-/// are the model's items, the parents of its nodes, and no more findings than the options allow.
+/// are the model's items and no more findings than the options allow; where nodes stand before
+/// their parents, these too.
 SCheckResult Check(const std::string& path, const SCheckOptions& options);
 
 } // namespace zektool

@@ -46,7 +46,8 @@ struct SSurvey
 
     bool hasUnsafeName = false; ///< one of the items
 
-    std::vector<int> parents; ///< of the nodes
+    int nodeCount = 0;
+    bool hasLaterParent = false; ///< a node that does not stand before its child
     int meshCount = 0;
     int materialCount = 0;
     int boneCount = 0;
@@ -56,7 +57,6 @@ struct SSurvey
     SIndexRange materialIndices;
     SIndexRange textureIndices;
 
-    int GetNodeCount() const { return static_cast<int>(parents.size()); }
     int GetTextureCount() const { return static_cast<int>(textures.size()); }
 };
 

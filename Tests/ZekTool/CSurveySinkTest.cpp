@@ -66,7 +66,8 @@ TEST(CSurveySink, CountsWhatIndicesReferTo)
     model.bones = {SBone(), SBone(), SBone()};
     model.lightmaps = {SLightmap()};
     const SSurvey survey = Survey(model);
-    EXPECT_EQ((std::vector<int>{-1, 0}), survey.parents);
+    EXPECT_EQ(2, survey.nodeCount);
+    EXPECT_FALSE(survey.hasLaterParent);
     EXPECT_EQ(2, survey.meshCount);
     EXPECT_EQ(1, survey.materialCount);
     EXPECT_EQ(3, survey.boneCount);
@@ -76,6 +77,21 @@ TEST(CSurveySink, CountsWhatIndicesReferTo)
     EXPECT_EQ(4, survey.materialIndices.highest);
     EXPECT_EQ(0, survey.textureIndices.highest);
     EXPECT_EQ(-1, survey.textureIndices.lowest);
+}
+
+TEST(CSurveySink, TellsWhetherAParentStandsAfterItsChild)
+{
+    SModel model;
+    model.version = 25;
+    model.nodes = {SNode(), SNode()};
+    model.meshes = {SMesh()};
+    EXPECT_FALSE(Survey(model).hasLaterParent);
+    for (int child : {0, 1})
+    {
+        SModel later = model;
+        later.nodes[static_cast<std::size_t>(child)].parentIndex = 1;
+        EXPECT_TRUE(Survey(later).hasLaterParent) << child;
+    }
 }
 
 TEST(CSurveySink, TakesNoTextureForTheRoughnessOfMaterialsWithoutOne)
