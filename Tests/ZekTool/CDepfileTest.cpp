@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
 #include "Support/RunProgram.h"
 
@@ -104,4 +105,39 @@ TEST_F(CDepfileTest, NinjaReadsWhatIsWritten)
         EXPECT_NE(dependencies.find("#deps 1,"), std::string::npos) << dependencies;
         EXPECT_NE(dependencies.find("\n    x/" + name + "\n"), std::string::npos) << dependencies;
     }
+}
+
+TEST_F(CDepfileTest, NinjaMarksAgainWhenAVariantComesOrGoesAndNotWhenItIsWritten)
+{
+    if (RunProgram({"ninja", "--version"}).exitStatus != 0)
+        GTEST_SKIP() << "ninja is missing";
+    m_Folder.Write(
+        "models/model.zek",
+        testsupport::CModelBuilder::Build(testsupport::MakeFullModel(26)).GetImage());
+    m_Folder.Write("models/tex_dxt/000.dds", "");
+    m_Folder.Write(
+        "build/build.ninja",
+        std::string("rule mark\n  command = ") + ZEK_PROGRAM +
+            " mark -o $out --depfile $out.d $in\n  depfile = $out.d\n  deps = gcc\n"
+            "build out.zek: mark ../models/model.zek\n");
+    const auto isMarkedAgain = [&]
+    {
+        const testsupport::SProgramResult result = RunProgram({"ninja"}, m_Folder.GetPath("build"));
+        EXPECT_EQ(result.exitStatus, 0) << result.output;
+        return result.output.find("no work to do") == std::string::npos;
+    };
+    EXPECT_TRUE(isMarkedAgain());
+    EXPECT_FALSE(isMarkedAgain());
+
+    m_Folder.Write("models/tex_dxt/000.dds", "compressed anew");
+    EXPECT_FALSE(isMarkedAgain());
+    m_Folder.Write("models/tex_dxt/001.dds", "");
+    EXPECT_TRUE(isMarkedAgain());
+    EXPECT_FALSE(isMarkedAgain());
+    m_Folder.Write("models/tex_etc/001.pvr", "in a new folder");
+    EXPECT_TRUE(isMarkedAgain());
+    EXPECT_FALSE(isMarkedAgain());
+    m_Folder.Remove("models/tex_dxt");
+    EXPECT_TRUE(isMarkedAgain());
+    EXPECT_FALSE(isMarkedAgain());
 }

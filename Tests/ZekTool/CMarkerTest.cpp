@@ -255,6 +255,46 @@ TEST_F(CMarkerTest, AnOutputThatCannotBeWrittenIsAFailure)
     ExpectFailure(m_Path, "the output is the model itself", options);
 }
 
+TEST_F(CMarkerTest, ADepfileNamesTheOutputOrTheModelAndTheFolders)
+{
+    Write(MakeModelOfTwoTextures());
+    m_Folder.MakeFolder("tex_dxt");
+    const std::string folders =
+        ": \\\n " + m_Folder.GetPath() + "/ \\\n " + m_Folder.GetPath("tex_dxt") + "/\n";
+    SMarkOptions options;
+    options.depfilePath = m_Folder.GetPath("out.d");
+    EXPECT_EQ(MarkModel(options).outcome, SMarkResult::Changed);
+    const std::string ofModel = m_Path + folders;
+    EXPECT_EQ(m_Folder.Read("out.d"), Bytes(ofModel.begin(), ofModel.end()));
+
+    options.outputPath = m_Folder.GetPath("out.zek");
+    EXPECT_EQ(MarkModel(options).outcome, SMarkResult::Unchanged);
+    const std::string ofOutput = options.outputPath + folders;
+    EXPECT_EQ(m_Folder.Read("out.d"), Bytes(ofOutput.begin(), ofOutput.end()));
+}
+
+TEST_F(CMarkerTest, WithoutItsDepfileNothingIsWritten)
+{
+    Write(MakeModelOfTwoTextures());
+    SMarkOptions options;
+    options.depfilePath = m_Folder.GetPath("missing/out.d");
+    ExpectFailure(
+        m_Path,
+        "the depfile \"" + options.depfilePath + "\" cannot be written: No such file or directory",
+        options);
+}
+
+TEST_F(CMarkerTest, VariantsLieBesideTheSymbolicLinkThatIsNamedWhichStays)
+{
+    Write(MakeModelOfTwoTextures());
+    m_Folder.Write("links/tex_dxt/000.dds", "");
+    const std::string link = m_Folder.GetPath("links/link.zek");
+    files::create_symlink("../model.zek", link);
+    EXPECT_EQ(GetCount(Mark(link, {}), EZEKItemKind::Texture).variants[3], 1);
+    EXPECT_TRUE(files::is_symlink(link));
+    EXPECT_EQ(Mark(link, {}).outcome, SMarkResult::Unchanged);
+}
+
 TEST_F(CMarkerTest, PathsAreTheSystemsOwn)
 {
     // Names that end in a byte which Shift_JIS takes for a lead byte, and a backslash.
