@@ -115,7 +115,7 @@ TEST_F(CMarkerTest, SetsFlagsAndMarkerAndTellsEachItemThatChanged)
     EXPECT_EQ(second.to, (FlagBytes{0, 0, 0, 1}));
 
     Bytes expected = builder.GetImage();
-    expected[builder.GetOffset("marker")] = 1;
+    expected[builder.GetOffset("processedMarker")] = 1;
     expected[builder.GetTextureFlagOffsets()[0] + 3] = 1;
     expected[builder.GetTextureFlagOffsets()[1] + 1] = 0;
     EXPECT_EQ(m_Folder.Read("model.zek"), expected);
@@ -408,7 +408,7 @@ TEST_F(CMarkerTest, AModelOverFourGigabytesIsMarked)
     };
     for (int mesh = 0; mesh < 3; ++mesh)
     {
-        const std::size_t count = builder.GetOffset("mesh vertex count", mesh);
+        const std::size_t count = builder.GetOffset("meshes.vertexCount", mesh);
         fileimage::WriteInt(image.data() + count, vertexCount);
         writeUpTo(count + meshHeaderSize);
         file.seekp(vertexCount * vertexSize, std::ios::cur);

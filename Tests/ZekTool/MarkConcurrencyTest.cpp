@@ -45,7 +45,7 @@ SMarkable MakeMarkable(int version)
     const CModelBuilder builder = CModelBuilder::Build(testsupport::MakeFullModel(version));
     SMarkable model = {builder.GetImage(), std::vector<bool>(builder.GetImage().size())};
     if (version >= 21)
-        model.isMark[builder.GetOffset("marker")] = true;
+        model.isMark[builder.GetOffset("processedMarker")] = true;
     for (const auto& offsets :
          {builder.GetTextureFlagOffsets(), builder.GetProbeFlagOffsets(),
           builder.GetLightmapFlagOffsets()})

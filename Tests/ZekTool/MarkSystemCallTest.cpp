@@ -121,7 +121,7 @@ protected:
         if (bytes.size() != m_Model.size())
             return false;
         const CModelBuilder builder = CModelBuilder::Build(testsupport::MakeFullModel(26));
-        std::vector<std::size_t> marks = {builder.GetOffset("marker")};
+        std::vector<std::size_t> marks = {builder.GetOffset("processedMarker")};
         for (const auto& offsets :
              {builder.GetTextureFlagOffsets(), builder.GetProbeFlagOffsets(),
               builder.GetLightmapFlagOffsets()})
