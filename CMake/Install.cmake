@@ -13,6 +13,17 @@ install(TARGETS ZEKTexComp COMPONENT program)
 install(FILES ${PROJECT_SOURCE_DIR}/Documents/ZEKTexComp.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
         COMPONENT program)
 
+if(ZEK_BUILD_TOOL)
+    install(TARGETS zek COMPONENT program)
+    install(FILES ${PROJECT_SOURCE_DIR}/Documents/zek.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+            COMPONENT program)
+    install(FILES ${PROJECT_SOURCE_DIR}/Source/ZekTool/zek.bash
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zek
+            COMPONENT program)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/Documents/schemas
+            DESTINATION ${CMAKE_INSTALL_DOCDIR}/Documents COMPONENT program)
+endif()
+
 # The documents, laid out as in the source tree, so that the links between them hold.
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
               ${PROJECT_SOURCE_DIR}/SECURITY.md

@@ -16,7 +16,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME zektexcomp)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION graphics)
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION
-    "ZEKTexComp looks for PVRTC, ETC, ASTC and DXT variants beside a model and\nsets the flags of its textures, lightmaps and reflection cubemaps to match.")
+    "ZEKTexComp looks for PVRTC, ETC, ASTC and DXT variants beside a model and\nsets the flags of its textures, lightmaps and reflection cubemaps to match.\nzek does that for whole trees of models, says what is wrong with them, and\nshows what is in them.")
 # Linked statically, the program depends on no other package.
 if(NOT ZEK_STATIC)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)

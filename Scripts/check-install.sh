@@ -34,7 +34,7 @@ libdir=$(dirname "$(find "$prefix" -name pkgconfig)")
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 expect "$version" pkg-config --modversion zektexcomp
-for document in README.md CHANGELOG.md SECURITY.md Documents/*.md; do
+for document in README.md CHANGELOG.md SECURITY.md Documents/*.md Documents/schemas/*.json; do
     quietly cmp "$document" "$prefix/share/doc/ZEKTexComp/$document"
 done
 cp -r Examples "$scratch/examples"
@@ -57,15 +57,18 @@ expect "ExistTextureCompression 1 1 2 1
 ExistCubemapCompression 1 0 0 0
 ExistLightmapCompression 0 0 0 1
 Succeeded" "$prefix/bin/ZEKTexComp" "$model"
+expect "$model: as it was" "$prefix/bin/zek" mark "$model"
+quietly cmp Source/ZekTool/zek.bash "$prefix/share/bash-completion/completions/zek"
 
-say "The manual page"
-page=$prefix/share/man/man1/ZEKTexComp.1
-# Whether the pages that it refers to are installed here is no fault of it.
-faults=$({ mandoc -Tlint "$page" || true; } 2>&1 \
-    | sed '/outdated mandoc.db/d; /referenced manual not found/d')
-faults+=$(man --warnings -l "$page" 2>&1 >/dev/null) || fail "man cannot show it"
-[ -z "$faults" ] || fail "$faults"
-echo "neither mandoc nor man has anything to say against it"
+say "The manual pages"
+for page in "$prefix"/share/man/man1/{ZEKTexComp,zek}.1; do
+    # Whether the pages that it refers to are installed here is no fault of it.
+    faults=$({ mandoc -Tlint "$page" || true; } 2>&1 \
+        | sed '/outdated mandoc.db/d; /referenced manual not found/d')
+    faults+=$(man --warnings -l "$page" 2>&1 >/dev/null) || fail "man cannot show it"
+    [ -z "$faults" ] || fail "$faults"
+done
+echo "neither mandoc nor man has anything to say against them"
 
 say "A program that finds the libraries by find_package"
 cd "$scratch/examples/consumer-find-package"
