@@ -48,7 +48,7 @@ public:
 
     /// Walks the file's start: magic, version and what stands before the first section, and from
     /// version 21 on keeps where the processed marker is. Fails on anything but a ZEK file of
-    /// version 7 or later.
+    /// version 7 or later, and then leaves the version as it was.
     bool AnalyseHeader(fileimage::CFileImageAnalyser& reader, int& version);
 
     /// Walks all sections in the order that the version prescribes. What follows the last one is

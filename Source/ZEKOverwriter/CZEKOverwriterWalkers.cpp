@@ -57,7 +57,8 @@ bool CZEKOverwriter::AnalyseHeader(fileimage::CFileImageAnalyser& reader, int& v
     SZEKHeader header;
     const bool isAccepted =
         WalkFrom(reader, m_Flags, [&](auto& walk) { return WalkHeader(walk, header); });
-    version = header.version;
+    if (isAccepted)
+        version = header.version;
     return isAccepted;
 }
 

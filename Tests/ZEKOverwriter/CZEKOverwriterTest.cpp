@@ -245,9 +245,11 @@ TEST(CZEKOverwriter, HeaderIsWalkedToTheFirstSectionAndGivesTheVersion)
         { return overwriter.AnalyseHeader(reader, readVersion); };
         EXPECT_EQ(headerSize, Walk(walker, builder.GetImage(), version));
         EXPECT_EQ(version, readVersion);
+        readVersion = -1;
         for (std::int64_t size = 0; size < headerSize; ++size)
             EXPECT_EQ(Refused, Walk(walker, Cut(builder.GetImage(), size), version))
                 << "version " << version << " cut to " << size;
+        EXPECT_EQ(-1, readVersion);
     }
 }
 
