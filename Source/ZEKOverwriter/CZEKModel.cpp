@@ -154,9 +154,12 @@ public:
 
     void Bone(std::string_view name) { m_Model.m_BoneNameList.emplace_back(name); }
 
+    // By the name's turn, a file's bytes may have been replaced in memory.
+    void ProbeFlags(const SZEKPlace& flags) { m_ProbeFlags = GetFlags(flags); }
+
     void Probe(const SZEKProbe& probe)
     {
-        m_Model.m_ProbeList.push_back({GetProbeName(probe), GetFlags(probe.flags)});
+        m_Model.m_ProbeList.push_back({GetProbeName(probe), m_ProbeFlags});
     }
 
     void Lightmap(const SZEKLightmap& lightmap)
@@ -177,6 +180,7 @@ private:
     std::vector<int> m_IndexListINT;
     std::string m_MorphName;
     std::vector<S3D> m_MorphPosList;
+    std::array<int, CompressionFamilyCount> m_ProbeFlags = {};
 };
 
 /// Makes room for records, but for no more than the bytes left can hold: a list that grows by
