@@ -1,5 +1,6 @@
 #include "Specific/FileSystem/CReplacementFile.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <random>
 #include <system_error>
@@ -14,9 +15,8 @@ CReplacementFile::CReplacementFile(std::string path) : m_Path(std::move(path)) {
 
 CReplacementFile::~CReplacementFile()
 {
-    std::error_code ignored;
     if (!m_TemporaryPath.empty())
-        files::remove(m_TemporaryPath, ignored);
+        std::remove(m_TemporaryPath.c_str());
 }
 
 bool CReplacementFile::Create()
