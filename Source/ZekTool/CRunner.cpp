@@ -46,7 +46,9 @@ void CRunner::Work()
         Finish(*slot, RunCommand(slot->model));
     const std::lock_guard lock(m_Mutex);
     --m_WorkerCount;
-    m_IsChanged.notify_all();
+    m_HasRoom.notify_all();
+    if (m_WorkerCount == 0)
+        m_WorkersEnded.notify_all();
 }
 
 /// Takes the next model when there is room for its result; null when there is no more to do. Only
@@ -56,7 +58,7 @@ CRunner::SSlot* CRunner::TakeModel()
     const std::lock_guard listLock(m_ListMutex);
     {
         std::unique_lock lock(m_Mutex);
-        m_IsChanged.wait(lock, [this] { return IsRoom() || IsStopped(); });
+        m_HasRoom.wait(lock, [this] { return IsRoom() || IsStopped(); });
         if (IsStopped())
             return nullptr;
     }
@@ -101,10 +103,13 @@ SResult CRunner::RunCommand(const SModelPath& model)
 void CRunner::Finish(SSlot& slot, SResult result)
 {
     const std::lock_guard lock(m_Mutex);
+    const bool wasRoom = IsRoom();
     m_WaitingBytes += result.output.size();
     slot.result = std::move(result);
     PrintFinished();
-    m_IsChanged.notify_all();
+    // Waking a thread costs as much as opening a file.
+    if (!wasRoom)
+        m_HasRoom.notify_all();
 }
 
 void CRunner::PrintFinished()
@@ -133,7 +138,7 @@ void CRunner::WaitForWorkers()
     while (m_WorkerCount > 0)
     {
         const auto end = std::chrono::steady_clock::now() + TickLength;
-        m_IsChanged.wait_until(lock, end, [this] { return m_WorkerCount == 0; });
+        m_WorkersEnded.wait_until(lock, end, [this] { return m_WorkerCount == 0; });
         if (m_WorkerCount == 0)
             return;
         if (!m_Output.IsEmpty())
@@ -143,7 +148,7 @@ void CRunner::WaitForWorkers()
         }
         m_Progress.Show(m_Tally, m_Models.GetTotal());
         // A worker that waits for room does not hear of Ctrl-C by itself.
-        m_IsChanged.notify_all();
+        m_HasRoom.notify_all();
     }
 }
 

@@ -61,7 +61,8 @@ private:
 
     std::mutex m_ListMutex; // held while a model is taken from the list; locked before the other
     std::mutex m_Mutex;     // held for everything below
-    std::condition_variable m_IsChanged;
+    std::condition_variable m_HasRoom;      // a worker may wait for it, the one that has the list
+    std::condition_variable m_WorkersEnded; // the thread that runs them waits for it
     std::deque<SSlot> m_Slots; // models in work and results that wait, in the order of the list
     std::size_t m_WaitingBytes = 0; // of results in the slots
     std::size_t m_MostSlots = 0;
