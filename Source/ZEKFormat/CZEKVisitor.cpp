@@ -1,5 +1,6 @@
 #include "ZEKFormat/CZEKVisitor.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -60,7 +61,8 @@ public:
         const unsigned char* bytes)
     {
         Enter(name);
-        m_Visitor.OnField({m_Path, offset, count * GetSize(type), type, count, bytes});
+        const std::int64_t size = std::int64_t{count} * GetSize(type);
+        m_Visitor.OnField({m_Path, offset, size, type, count, bytes});
         Leave();
     }
 
@@ -129,7 +131,7 @@ std::optional<SZEKRefusal> VisitFieldsOf(Source& source, CZEKVisitor& visitor)
 
 double SZEKField::GetNumber(int index) const
 {
-    const unsigned char* value = bytes + index * zek::GetSize(type);
+    const unsigned char* value = bytes + std::ptrdiff_t{index} * zek::GetSize(type);
     switch (type)
     {
     case EZEKFieldType::Byte:

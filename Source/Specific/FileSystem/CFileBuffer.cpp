@@ -12,7 +12,7 @@ namespace filesystem
 namespace
 {
 
-constexpr std::size_t HugePageSize = 2 * 1024 * 1024;
+constexpr std::size_t HugePageSize = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t SmallPageSize = 4096;
 
 /// Buffers from two huge pages on start on one.
