@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 . Scripts/checking.sh
 source=$PWD
 
-need_packages "${build_packages[@]}" make man-db mandoc pkg-config
+need_packages "${test_packages[@]}" make man-db mandoc pkg-config
 
 # Runs a program and checks what it prints.
 expect() {
@@ -70,18 +70,31 @@ for page in "$prefix"/share/man/man1/{ZEKTexComp,zek}.1; do
 done
 echo "neither mandoc nor man has anything to say against them"
 
+say "A model with a mesh (by build/test)"
+quietly cmake --preset test
+quietly cmake --build build/test --target WriteModels
+build/test/Tests/Packaging/WriteModels "$scratch/models"
+mesh_model=$scratch/models/own/018/model.zek
+vertices=$("$prefix/bin/zek" dump --elements --section meshes "$mesh_model" \
+    | sed -n 's/.*meshes\[0\].vertices.*position = //p')
+turned=$(awk '{ c = cos(atan2(0, -1) / 6); s = 0.5
+    printf "%.2f %.2f %.2f\n", $1 * c + $3 * s, $2, $3 * c - $1 * s }' <<<"$vertices")
+[ "$(wc -l <<<"$vertices")" -eq 3 ] || fail "The first mesh has not three vertices: $vertices"
+
 say "A program that finds the libraries by find_package"
 cd "$scratch/examples/consumer-find-package"
 quietly cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix"
 quietly cmake --build build
-expect "version 26" build/PrintVersion "$model"
+expect "version 26" build/PrintMesh "$model"
+expect "version 25
+$vertices" build/PrintMesh "$mesh_model"
 sed -i 's/ZEKTexComp 1\.0/ZEKTexComp 2.0/' CMakeLists.txt
 if cmake -S . -B build-2.0 -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>"$scratch/output"; then
     fail "version 2.0 was found, too"
 fi
 grep -q "version: $version" "$scratch/output" || fail "version 2.0 was not found for another reason"
 echo "and version 2.0, when asked for, is not found"
-sed -i 's/ZEKTexComp 2.0/ZEKTexComp 1.0/; s/COMPONENTS FileSystem/& Orchestra/' CMakeLists.txt
+sed -i 's/ZEKTexComp 2.0/ZEKTexComp 1.0/; s/COMPONENTS ZEKOverwriter/& Orchestra/' CMakeLists.txt
 if cmake -S . -B build-component -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>"$scratch/output"; then
     fail "a component that there is not was found"
 fi
@@ -92,7 +105,7 @@ say "A program that builds the libraries by add_subdirectory"
 cd "$scratch/examples/consumer-add-subdirectory"
 quietly cmake -S . -B build -DZEKTEXCOMP_SOURCE="$source"
 quietly cmake --build build --parallel 2
-expect "0.50 0.00 0.87" build/TurnVector 30
+expect "$turned" build/TurnMesh 30 "$mesh_model"
 # It may have targets of its own that are named as the libraries are.
 names=$(cd "$source/Source" && dirname */*/CMakeLists.txt */CMakeLists.txt | xargs -n 1 basename | sort)
 sed -i "/^project/r /dev/stdin" CMakeLists.txt <<<"foreach(NAME IN ITEMS ${names//$'\n'/ })
@@ -100,13 +113,15 @@ sed -i "/^project/r /dev/stdin" CMakeLists.txt <<<"foreach(NAME IN ITEMS ${names
 endforeach()"
 quietly cmake -S . -B build-names -DZEKTEXCOMP_SOURCE="$source"
 quietly cmake --build build-names --parallel 2
-expect "0.50 0.00 0.87" build-names/TurnVector 30
+expect "$turned" build-names/TurnMesh 30 "$mesh_model"
 echo "also where it has targets named" $names
 
 say "Programs that find the libraries by pkg-config"
 cd "$scratch/examples/consumer-pkg-config"
 quietly make
-expect "models/表示/" ./ModelFolder models/表示/scene.zek
+./ListMeshes "$mesh_model" >meshes
+expect "mesh: vertices 3, triangles 1" sed -n 1p meshes
+expect "texture first.png" grep first meshes
 # Every library in one command, in the order that a linker wants.
 read -ra words < <(pkg-config --cflags --libs zektexcomp)
 quietly g++ -std=c++17 ../ShowFlags.cpp -o ShowFlags "${words[@]}"
