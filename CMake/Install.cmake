@@ -36,9 +36,10 @@ foreach(EXAMPLE IN ITEMS consumer-add-subdirectory consumer-find-package consume
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/Examples
         COMPONENT program
         PATTERN build EXCLUDE
-        PATTERN ModelFolder EXCLUDE
-        PATTERN "*.sh" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
-                                   WORLD_READ WORLD_EXECUTE)
+        PATTERN ListMeshes EXCLUDE
+        REGEX "([.]sh|/pre-commit)$"
+        PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
+                    WORLD_EXECUTE)
 endforeach()
 
 install(
@@ -67,6 +68,7 @@ write_basic_package_version_file(
 install(
     FILES ${PROJECT_BINARY_DIR}/ZEKTexCompConfig.cmake
           ${PROJECT_BINARY_DIR}/ZEKTexCompConfigVersion.cmake
+          ${PROJECT_SOURCE_DIR}/CMake/ZEKTexCompMarkModels.cmake
     DESTINATION ${PACKAGE_FOLDER}
     COMPONENT dev)
 

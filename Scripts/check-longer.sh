@@ -19,4 +19,6 @@ check "foreign processors" Scripts/test-foreign.sh
 check "fuzzers" Scripts/fuzz.sh 600
 # 1.5 GB of models, and a machine that does nothing else meanwhile.
 check "benchmarks" Scripts/benchmark.sh
+# A cluster of one node, for a minute.
+check "Slurm" Scripts/check-slurm.sh
 summarise

@@ -1,153 +1,203 @@
 #!/usr/bin/env bash
-# Runs everything in Examples/pipeline on 200 models and compares the results with those of a plain
-# serial run.
+# Runs the recipes of Examples/pipeline, but for Slurm's, on models with unfriendly names.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
-. Scripts/checking.sh
-pipeline=$PWD/Examples/pipeline
+need_packages "${build_packages[@]}" git jq make openssh-client openssh-server parallel python3
+. Scripts/pipeline-models.sh
 
-need_packages "${test_packages[@]}" make parallel
+quietly cmake --install build/test --prefix "$scratch/installed"
 
-say "Building (in build/test)"
-quietly cmake --preset test
-quietly cmake --build --preset test --target ZEKTexComp WriteModels
-build/test/Tests/Packaging/WriteModels "$scratch/original"
+# Tells whether a word is among others.
+is_among() {
+    local word=$1 other
+    shift
+    for other; do
+        [ "$word" != "$other" ] || return 0
+    done
+    return 1
+}
 
-# A ZEKTexComp that also takes down which models it is run on.
-real=$PWD/build/test/ZEKTexComp
-mkdir "$scratch/bin"
-cat >"$scratch/bin/ZEKTexComp" <<END
-#!/bin/sh
-echo "\$PWD/\$1" >>$scratch/log
-exec "$real" "\$1"
+# Checks what a recipe made that leaves the models alone and marks them below the folder $1. The
+# names that follow are those that the build cannot name.
+expect_marked_below() {
+    local marked=$1 name
+    shift
+    expect_failures
+    for name in "${good[@]}"; do
+        expect_same "$sample/model.zek" "models/$name/model.zek"
+        if is_among "$name" "$@"; then
+            expect_output "${name##*[;$'\n']}/model.zek"
+            [ ! -e "$marked/$name/model.zek" ] || fail_recipe "names $name after all"
+        else
+            expect_same "$scratch/reference/model.zek" "$marked/$name/model.zek"
+        fi
+    done
+    # To be read is all that is asked of a model here.
+    expect_same "$scratch/reference/model.zek" "$marked/read-only/model.zek"
+    expect_output "models/broken/model.zek: failed"
+    expect_output "models/empty/model.zek: failed"
+    [ ! -e "$marked/broken/model.zek" ] && [ ! -e "$marked/empty/model.zek" ] \
+        || fail_recipe "made something of a bad model"
+    printf '%-24s %d models done, %d bad and %d that it cannot name reported, status %d\n' \
+        "$recipe" $((${#good[@]} + 1 - $#)) 2 $# "$status"
+}
+
+# Runs the recipe's build once more, and checks that it marks just the models of the named folders.
+expect_rebuilt() {
+    run build
+    expect_status 0
+    { grep -ao '[^/]*/model.zek: changed' output || true; } | sed 's,/.*,,' | sort >rebuilt
+    printf '%s\n' "$@" | sed '/^$/d' | diff - rebuilt >&2 \
+        || fail_recipe "marks the models after >, not those after <"
+}
+
+# Checks which models a build marks again, of six.
+check_increments() {
+    local i
+    start "$recipe-increments"
+    rm -r models
+    mkdir models
+    for i in 0 1 2 3 4; do cp -r "$sample" "models/$i"; done
+    mkdir models/5
+    cp "$sample/model.zek" models/5
+    prepare
+    expect_rebuilt 0 1 2 3 4 5
+    expect_rebuilt
+    touch models/0/tex_dxt/001.dds
+    expect_rebuilt 0
+    rm models/1/tex_dxt/000.dds
+    expect_rebuilt 1
+    echo compressed anew >models/2/tex_dxt/000.dds
+    expect_rebuilt
+    rm -r models/3/tex_dxt
+    expect_rebuilt 3
+    expect_rebuilt
+    cp -r "$sample" models/6
+    expect_rebuilt 6
+    touch models/4/model.zek
+    expect_rebuilt 4
+    mkdir models/5/tex_etc
+    expect_rebuilt 5
+    touch models/5/tex_etc/000.pvr
+    expect_rebuilt 5
+    expect_rebuilt
+    echo "  and then just those whose model changed, or beside which a variant came or went"
+}
+
+say "On one machine"
+start mark
+run zek mark models
+expect_marked_in_place
+
+say "In a build"
+prepare() {
+    run cmake -S "$pipeline/cmake" -B build -G Ninja -DMODELS="$PWD/models" \
+        -DCMAKE_PREFIX_PATH="$scratch/installed"
+    expect_status 0
+}
+build() { ninja -C build -k 0; }
+start cmake
+prepare
+run build
+expect_marked_below build/marked 'a;touch $PWNED' '#hash' $'new\nline'
+recipe=cmake
+check_increments
+
+start cmake-in-place
+cat >CMakeLists.txt <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(Models LANGUAGES NONE)
+find_package(ZEKTexComp REQUIRED)
+zek_mark_models(TARGET mark FOLDER models)
 END
-chmod +x "$scratch/bin/ZEKTexComp"
-export ZEKTEXCOMP=$scratch/bin/ZEKTexComp
+run cmake -S . -B build -DCMAKE_PREFIX_PATH="$scratch/installed"
+expect_status 0
+run cmake --build build
+expect_marked_in_place
 
-# Runs ZEKTexComp on every model below a folder, one after the other, and on all of them.
-run_serially() {
-    find "$1" -name '*.zek' | while read -r model; do
-        (cd "$(dirname "$model")" && "$real" "$(basename "$model")" >/dev/null) || true
-    done
-}
+prepare() { :; }
+build() { make -f "$pipeline/make/Makefile" -k -j2 MODELS=models; }
+start make
+run build
+expect_marked_below marked 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' "it's" \
+    'a;touch $PWNED' 'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline'
+recipe=make
+check_increments
 
-# Runs the way under test on the folder models and sets status.
-run() {
-    : >"$scratch/log"
-    status=0
-    (cd "$scratch/$way" && "run_$way") >"$scratch/output" 2>&1 || status=$?
-}
+say "Where there are no models"
+start empty
+rm -r models/*
+run zek mark models
+expect_status 2
+run cmake -S "$pipeline/cmake" -B build -G Ninja -DMODELS="$PWD/models" \
+    -DCMAKE_PREFIX_PATH="$scratch/installed"
+expect_status 1
+expect_output "no models below"
+run build
+expect_status 2
+expect_output "no models below"
+run "$pipeline/several-machines/mark-on-machines.sh" models work parallel :
+expect_status 2
+expect_output "no models below"
+echo "each says so, and fails"
 
-run_cmake_ninja() {
-    cmake -S "$pipeline/cmake" -B build -G Ninja -DZEKTEXCOMP="$ZEKTEXCOMP" \
-        -DMODELS_FOLDER="$PWD/models" && cmake --build build -- -k 0
-}
-run_cmake_make() {
-    cmake -S "$pipeline/cmake" -B build -G "Unix Makefiles" -DZEKTEXCOMP="$ZEKTEXCOMP" \
-        -DMODELS_FOLDER="$PWD/models" && cmake --build build --parallel 2 -- -k
-}
-run_make() { make -f "$pipeline/make/Makefile" MODELS_FOLDER=models -j2 -k; }
-run_ninja() { "$pipeline/ninja/write-build.sh" models >build.ninja && ninja -k 0; }
-run_xargs() { "$pipeline/process-folder-xargs.sh" models 2; }
-run_parallel() { "$pipeline/process-folder-parallel.sh" models "$machines"; }
+say "A build of 1,000 models with nothing to do"
+start null-build
+rm -r models
+mkdir models
+for i in {001..999} 1000; do cp -r "$sample" "models/$i"; done
+run cmake -S "$pipeline/cmake" -B build -G Ninja -DMODELS="$PWD/models" \
+    -DCMAKE_PREFIX_PATH="$scratch/installed"
+run ninja -C build
+expect_status 0
+python3 - <<'END' || fail "A build with nothing to do takes too long."
+import statistics, subprocess, time
+def seconds(*options):
+    start = time.perf_counter()
+    printed = subprocess.run(["ninja", "-C", "build", *options], capture_output=True, check=True).stdout
+    assert b"no work to do" in printed, printed
+    return time.perf_counter() - start
+pairs = [(seconds(), seconds("-n")) for _ in range(15)]
+real, dry = map(statistics.median, zip(*pairs))
+print(f"ninja {real * 1000:.0f} ms, ninja -n {dry * 1000:.0f} ms (medians of 15)")
+raise SystemExit(real > 2 * dry)
+END
 
-# Checks which models ZEKTexComp was run on: those named, relative to the folder models.
-expect_processed() {
-    printf '%s\n' "$@" | sed "/^\$/d; s,^,$scratch/$way/models/," | sort >"$scratch/expected"
-    sort "$scratch/log" | diff "$scratch/expected" - >"$scratch/difference" \
-        || fail "$way: ran ZEKTexComp on other models than it should (>):" "$(cat "$scratch/difference")"
-}
-
-expect_status_zero() { [ "$status" -eq 0 ] || fail "$way: exit status $status:" "$(cat "$scratch/output")"; }
-
-# Checks that the models are as a serial run leaves them.
-expect_same_as() {
-    diff -rq --exclude='*.stamp' "$1" "$scratch/$way/models" >"$scratch/difference" \
-        || fail "$way: differs from the serial run:" "$(cat "$scratch/difference")"
-}
-
-# Prints the time and the place on the disk of each model, stamp, variant and archive.
-list_files() {
-    find "$scratch/$way/models" "${archive[@]}" -type f -printf '%p %T@ %i\n' | sort
-}
-
-# Makes the same changes below a folder of models: a variant comes, one goes, a model is replaced by
-# an older file, and two come that other models of the same folder see as well.
-change() {
-    mkdir -p "$1/own/007/tex_etc"
-    touch "$1/own/007/tex_etc/000.pvr"
-    rm "$1/own/008/tex_dxt/000.dds"
-    cp -p "$scratch/original/own/021/model.zek" "$1/own/009/model.zek"
-    touch -d 2001-01-01 "$1/own/009/model.zek"
-    touch "$1/shared/3/tex_reflection_cube_dxt\\0\\reflection_cube_0.dds"
-}
-changed=(own/007/model.zek own/008/model.zek own/009/model.zek
-    shared/3/model{0,1,2,3}.zek)
-
-# Spoils three models of different folders, one of which shares its folder with others.
-bad=(own/000/model.zek own/100/model.zek shared/5/model2.zek)
-spoil() { for model in "${bad[@]}"; do truncate -s 20 "$1/$model"; done; }
-
-check_way() {
-    way=$1
-    mkdir "$scratch/$way"
-    cp -rp "$scratch/original" "$scratch/$way/models"
-
-    run
-    expect_status_zero
-    expect_processed "${all[@]}"
-    expect_same_as "$scratch/serial"
-
-    archive=()
-    case $way in
-    cmake_*) archive=("$scratch/$way/build/models.tar") ;;
-    make | ninja) archive=("$scratch/$way/models.tar") ;;
-    esac
-    list_files >"$scratch/before"
-    run
-    expect_status_zero
-    expect_processed
-    list_files | cmp -s "$scratch/before" - || fail "$way: the second run wrote files"
-
-    change "$scratch/$way/models"
-    run
-    expect_status_zero
-    expect_processed "${changed[@]}"
-    expect_same_as "$scratch/serial-changed"
-    [ ${#archive[@]} -eq 0 ] || [ "${archive[0]}" -nt "$scratch/before" ] \
-        || fail "$way: the archive was not made again"
-
-    rm -rf "$scratch/$way/models"
-    cp -rp "$scratch/original" "$scratch/$way/models"
-    spoil "$scratch/$way/models"
-    run
-    [ "$status" -ne 0 ] || fail "$way: a bad model did not fail the batch"
-    first_status=$status
-    expect_processed "${all[@]}"
-    expect_same_as "$scratch/serial-bad"
-    run
-    [ "$status" -ne 0 ] || fail "$way: a bad model did not fail the second batch"
-    expect_processed "${bad[@]}"
-
-    for model in "${bad[@]}"; do
-        cp "$scratch/original/$model" "$scratch/$way/models/$model"
-    done
-    run
-    expect_status_zero
-    expect_same_as "$scratch/serial"
-    printf '%-11s as the serial run; then nothing to do; then %d of %d; bad models: exit status %d\n' \
-        "$way" "${#changed[@]}" "${#all[@]}" "$first_status"
-}
+say "As a gate"
+start gate
+run "$pipeline/gate/check-models.sh" models findings.jsonl
+expect_status 1
+for text in plain broken/model.zek empty/model.zek 'new?line' base64; do expect_output "$text"; done
+[ "$(wc -l <findings.jsonl)" -eq $((${#good[@]} + ${#bad[@]})) ] || fail_recipe "leaves models out"
+run zek mark models
+rm -r models/{broken,empty,read-only}
+run "$pipeline/gate/check-models.sh" models findings.jsonl
+expect_status 0
+git init -q .
+git config user.name Check
+git config user.email check@zektexcomp.invalid
+cp "$pipeline/gate/pre-commit" .git/hooks/
+git add models
+run git commit -qm "Models that are right"
+expect_status 0
+touch models/plain/tex_dxt/001.dds
+git add models
+run git commit -qm "A variant that the model does not know"
+expect_status 1
+expect_output "models/plain/model.zek: error"
+zek mark models >/dev/null
+git add models
+run git commit -qm "A variant that the model knows"
+expect_status 0
+echo "stale models stop the build and the commit; marked ones do not"
 
 # Starts an ssh server for this script alone, on the loopback interface, with keys of its own. Two
-# names of it are two machines to GNU parallel. Without a server at hand, or where it may not start,
-# parallel runs the jobs here by itself.
+# names of it are two machines to GNU parallel; a third does not answer.
 start_machines() {
-    local program=${SSHD:-/usr/sbin/sshd} folder=$scratch/ssh port
-    machines=2/:
-    [ -x "$program" ] && command -v ssh >/dev/null || return 0
+    local folder=$scratch/ssh port
     mkdir -m 700 "$folder"
+    mkdir -p /run/sshd
     ssh-keygen -q -t ed25519 -N '' -f "$folder/host-key"
     ssh-keygen -q -t ed25519 -N '' -f "$folder/key"
     port=$(python3 -c 'import socket; print(socket.create_server(("127.0.0.1", 0)).getsockname()[1])')
@@ -160,62 +210,41 @@ AuthorizedKeysFile $folder/key.pub
 StrictModes no
 UsePAM no
 MaxStartups 100
+SetEnv PATH=$scratch/bin:$PATH
 END
     cat >"$folder/client" <<END
 Host near far
-    HostName 127.0.0.1
     Port $port
+Host dead
+    Port 1
+Host *
+    HostName 127.0.0.1
     IdentityFile $folder/key
     IdentitiesOnly yes
     UserKnownHostsFile $folder/known-hosts
     StrictHostKeyChecking no
     BatchMode yes
     LogLevel ERROR
-    ControlMaster auto
-    ControlPath $folder/%n
-    ControlPersist 10
 END
-    "$program" -D -f "$folder/server" 2>"$folder/log" &
+    /usr/sbin/sshd -D -f "$folder/server" 2>"$folder/log" &
     server=$!
+    trap 'kill "$server"; rm -rf "$scratch"' EXIT
     export PARALLEL_SSH="ssh -F $folder/client"
-    for _ in 1 2 3 4 5 6 7 8 9 10; do
-        if $PARALLEL_SSH near true 2>/dev/null; then
-            machines=1/near,1/far
-            return 0
-        fi
-        kill -0 "$server" 2>/dev/null || break
-        sleep 0.2
-    done
-    kill "$server" 2>/dev/null || true
-    server=
+    timeout 20 sh -c "until $PARALLEL_SSH near true 2>/dev/null; do sleep 0.2; done" \
+        || fail "The ssh server does not answer:" "$(cat "$folder/log")"
 }
 
-say "The serial run"
-mapfile -t all < <(cd "$scratch/original" && find . -name '*.zek' | sed 's,^\./,,')
-cp -rp "$scratch/original" "$scratch/serial"
-run_serially "$scratch/serial"
-cp -rp "$scratch/serial" "$scratch/serial-changed"
-change "$scratch/serial-changed"
-run_serially "$scratch/serial-changed"
-cp -rp "$scratch/original" "$scratch/serial-bad"
-spoil "$scratch/serial-bad"
-run_serially "$scratch/serial-bad"
-differing=$({ diff -rq "$scratch/original" "$scratch/serial" || true; } | wc -l)
-[ "${#all[@]}" -eq 200 ] || fail "There are ${#all[@]} models."
-[ "$differing" -gt 0 ] || fail "The serial run changed nothing."
-echo "${#all[@]} models, $differing of which it changed"
-
-say "The same in parallel"
-server=
-trap '[ -z "$server" ] || kill "$server"; rm -rf "$scratch"' EXIT
+say "On several machines, by GNU parallel over ssh"
 start_machines
-for way in cmake_ninja cmake_make make ninja xargs parallel; do
-    check_way "$way"
-done
-if [ -n "$server" ]; then
-    echo "GNU parallel ran on two names of an ssh server on the loopback interface."
-else
-    echo "GNU parallel ran without ssh (there is no ssh server at hand): --sshlogin $machines"
-fi
+start parallel
+write_mortal_zek
+SLICE=2 run "$pipeline/several-machines/mark-on-machines.sh" models work parallel 1/near,1/far,1/dead
+expect_marked_in_place
+expect_worker_died
+model_count=$((${#good[@]} + ${#bad[@]}))
+run "$pipeline/several-machines/mark-on-machines.sh" models again parallel 1/dead
+expect_status 1
+expect_output "$model_count models: $model_count not done"
+echo "  and with no machine that answers, status 1 and all models not done"
 
 printf '\nThe pipelines work.\n'

@@ -1,0 +1,130 @@
+# Marking models in a build:
+#
+#     zek_mark_models(TARGET target FOLDER models [OUTPUT folder])
+#
+# adds the target, which is part of `all` and marks every *.zek below the folder of models.
+#
+# With OUTPUT (and a Ninja generator), the models are left alone, the marked ones go to the same
+# places below that folder, and target_FILES lists them for what is made of them. A model is marked
+# when it has changed and when a variant beside it has come or gone. A model that has come itself is
+# found by the next build.
+#
+# Without, the models are marked in place, by one run of zek in every build, which writes only those
+# that differ.
+cmake_policy(PUSH)
+cmake_policy(VERSION 3.25)
+
+# Parts the models below a folder, relative to it, into those that a build can name and the others:
+# a list of CMake's ends a name at a semicolon, a backslash becomes a slash, and Ninja knows no
+# newline. CMake forbids three more characters in what a step makes.
+function(_zek_find_models FOLDER NAMEABLE UNNAMEABLE)
+    file(GLOB_RECURSE MODELS RELATIVE ${FOLDER} ${FOLDER}/*.zek)
+    set(GOOD "")
+    set(BAD "")
+    foreach(MODEL IN LISTS MODELS)
+        if(MODEL MATCHES "[][\\\n#<>]" OR NOT EXISTS "${FOLDER}/${MODEL}")
+            list(APPEND BAD "${MODEL}")
+        else()
+            list(APPEND GOOD "${MODEL}")
+        endif()
+    endforeach()
+    set(${NAMEABLE} "${GOOD}" PARENT_SCOPE)
+    set(${UNNAMEABLE} "${BAD}" PARENT_SCOPE)
+endfunction()
+
+# Has the build configured again when a model has come or gone in one of the folders. Those of the
+# variants are left out. CONFIGURE_DEPENDS would do the same, but takes parts of unfriendly names for
+# CMake's language.
+function(_zek_watch_folders FOLDER)
+    file(GLOB_RECURSE FOLDERS LIST_DIRECTORIES true ${FOLDER}/*)
+    list(FILTER FOLDERS EXCLUDE REGEX "/tex_[^/]*(/|$)|[\\\n]")
+    foreach(WATCHED IN LISTS FOLDER FOLDERS)
+        if(IS_DIRECTORY "${WATCHED}")
+            set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${WATCHED}")
+        endif()
+    endforeach()
+endfunction()
+
+# Adds a step that always fails and says which models are not marked.
+function(_zek_report_unnameable STEP MODELS)
+    list(JOIN MODELS "\n  " NAMES)
+    file(WRITE ${STEP}.txt "zek_mark_models: a build cannot name these, or parts of them; they are "
+                           "not marked:\n  ${NAMES}\n")
+    add_custom_command(
+        OUTPUT ${STEP}
+        COMMAND ${CMAKE_COMMAND} -E cat ${STEP}.txt
+        COMMAND ${CMAKE_COMMAND} -E false
+        COMMENT "Models that a build cannot name"
+        VERBATIM)
+endfunction()
+
+# Adds the step that marks a model, and sets RESULT to the file that it makes.
+function(_zek_add_marking MODEL FOLDER OUTPUT WORK RESULT)
+    set(FILE "${OUTPUT}/${MODEL}")
+    cmake_path(GET FILE PARENT_PATH FILE_FOLDER)
+    file(MAKE_DIRECTORY "${FILE_FOLDER}")
+    set(MARK ZEKTexComp::zek mark -o "${FILE}")
+    if("${FOLDER}/${FILE}" MATCHES "[$:\"&'*<>?^`|]")
+        # A depfile cannot hold such a name, so every build marks the model.
+        set(WHEN ${WORK}/always)
+    else()
+        string(SHA256 NAME "${MODEL}")
+        list(APPEND MARK --depfile ${WORK}/${NAME}.d)
+        set(WHEN DEPFILE ${WORK}/${NAME}.d)
+    endif()
+    add_custom_command(
+        OUTPUT "${FILE}"
+        COMMAND ${MARK} "${FOLDER}/${MODEL}"
+        DEPENDS "${FOLDER}/${MODEL}" ${WHEN}
+        COMMENT "Marking ${MODEL}"
+        VERBATIM)
+    set(${RESULT} "${FILE}" PARENT_SCOPE)
+endfunction()
+
+# Sets TARGET_FILES as well.
+function(_zek_mark_models_into OUTPUT TARGET FOLDER)
+    if(NOT CMAKE_GENERATOR MATCHES "Ninja")
+        message(FATAL_ERROR "zek_mark_models: OUTPUT needs a Ninja generator")
+    endif()
+    set(WORK ${CMAKE_CURRENT_BINARY_DIR}/${TARGET}.zek)
+    file(MAKE_DIRECTORY ${WORK})
+    # Never comes to be, so that what depends on it is always out of date.
+    add_custom_command(OUTPUT ${WORK}/always COMMAND ${CMAKE_COMMAND} -E true)
+    set_source_files_properties(${WORK}/always PROPERTIES SYMBOLIC ON)
+
+    _zek_watch_folders(${FOLDER})
+    _zek_find_models(${FOLDER} MODELS UNNAMEABLE)
+    if(NOT MODELS AND NOT UNNAMEABLE)
+        message(FATAL_ERROR "zek_mark_models: no models below ${FOLDER}")
+    endif()
+    set(FILES "")
+    foreach(MODEL IN LISTS MODELS)
+        _zek_add_marking("${MODEL}" ${FOLDER} ${OUTPUT} ${WORK} FILE)
+        list(APPEND FILES "${FILE}")
+    endforeach()
+    set(${TARGET}_FILES "${FILES}" PARENT_SCOPE)
+    if(UNNAMEABLE)
+        _zek_report_unnameable(${WORK}/unnameable "${UNNAMEABLE}")
+        list(APPEND FILES ${WORK}/unnameable)
+    endif()
+    add_custom_target(${TARGET} ALL DEPENDS ${FILES})
+endfunction()
+
+function(zek_mark_models)
+    cmake_parse_arguments(PARSE_ARGV 0 ARG "" "TARGET;FOLDER;OUTPUT" "")
+    if(NOT ARG_TARGET OR NOT ARG_FOLDER OR ARG_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "zek_mark_models(TARGET target FOLDER models [OUTPUT folder])")
+    endif()
+    if(NOT TARGET ZEKTexComp::zek)
+        message(FATAL_ERROR "zek_mark_models: the program zek is not installed")
+    endif()
+    cmake_path(ABSOLUTE_PATH ARG_FOLDER NORMALIZE)
+    if(NOT ARG_OUTPUT)
+        add_custom_target(${ARG_TARGET} ALL COMMAND ZEKTexComp::zek mark ${ARG_FOLDER} VERBATIM)
+        return()
+    endif()
+    cmake_path(ABSOLUTE_PATH ARG_OUTPUT BASE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR} NORMALIZE)
+    _zek_mark_models_into(${ARG_OUTPUT} ${ARG_TARGET} ${ARG_FOLDER})
+    set(${ARG_TARGET}_FILES "${${ARG_TARGET}_FILES}" PARENT_SCOPE)
+endfunction()
+cmake_policy(POP)

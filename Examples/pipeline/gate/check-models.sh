@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Checks models on a build server, with the findings in its log and, for programs, in a file:
+#
+#     check-models.sh FOLDER FINDINGS.jsonl
+#
+# The exit status is zek's: 1 when a model has an error, such as a flag that is stale.
+set -uo pipefail
+zek check --json "$1" | tee "$2" | jq -r '
+    def text: .text // "base64 " + .bytes | gsub("[[:cntrl:]]"; "?");
+    (.model | text) as $model
+    | .findings[]
+    | "\($model): \(.severity): \(.section) \(.index // "") \(.name | text): \(.message | text)",
+        "    \(.code): \(.remedy)"'
+exit "${PIPESTATUS[0]}"

@@ -1,0 +1,93 @@
+#!/usr/bin/env bash
+# Prints what marking and checking many models costs, as Documents/Scale.md has it:
+#
+#     Scripts/measure-scale.sh [NUMBER...]
+#
+# Without numbers: 1000, 10000 and 100000. Each model is the sample in a folder of its own with its
+# variants, below FOLDER, which is /dev/shm unless that variable says otherwise.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. Scripts/packages.sh
+need_packages "${test_packages[@]}" bc time
+. Scripts/checking.sh
+[ $# -gt 0 ] || set -- 1000 10000 100000
+
+say "Building (in build/test)"
+quietly cmake --preset test
+quietly cmake --build build/test --target zek WriteSample
+zek=$PWD/build/test/zek
+build/test/Examples/WriteSample "$scratch/sample"
+models=$(mktemp -d -p "${FOLDER:-/dev/shm}")
+trap 'rm -rf "$scratch" "$models"' EXIT
+
+# Writes so many models. The variants, of which nothing is read, are links to a few files.
+write_models() {
+    python3 - "$scratch/sample" "$models/$1" "$1" <<'END'
+import os, shutil, sys
+sample, root, count = sys.argv[1], sys.argv[2], int(sys.argv[3])
+files = [os.path.relpath(os.path.join(folder, name), sample)
+         for folder, _, names in os.walk(sample) for name in names if name != "model.zek"]
+folders = sorted({os.path.dirname(file) for file in files})
+source = None
+for i in range(count):
+    folder = f"{root}/{i // 1000}/{i}"
+    for name in folders:
+        os.makedirs(f"{folder}/{name}", exist_ok=True)
+    shutil.copyfile(f"{sample}/model.zek", f"{folder}/model.zek")
+    for file in files:
+        if source and os.stat(source).st_nlink < 60000:
+            os.link(source, f"{folder}/{file}")
+        else:
+            source = f"{folder}/{file}"
+            open(source, "w").close()
+END
+}
+
+# Prints the time and memory of a command, and what a model's share is.
+measure() {
+    local title=$1 count=$2
+    shift 2
+    /usr/bin/time -f '%e %M' -o "$scratch/time" "$@" >"$scratch/output" 2>&1 || [ $? -eq 1 ]
+    read -r seconds kilobytes < <(tail -n 1 "$scratch/time")
+    printf '%9d  %-22s %8.2f s %8.1f us a model %8.1f MB\n' "$count" "$title" "$seconds" \
+        "$(bc <<<"scale=3; $seconds * 1000000 / $count")" "$(bc <<<"scale=3; $kilobytes / 1024")"
+}
+
+say "Time and memory ($(nproc) threads, $(findmnt -n -o FSTYPE -T "$models"))"
+for count in "$@"; do
+    write_models "$count"
+    measure "check, all stale" "$count" "$zek" check "$models/$count"
+    measure "mark, all to change" "$count" "$zek" mark "$models/$count"
+    measure "mark, nothing to change" "$count" "$zek" mark "$models/$count"
+    find "$models/$count" -name '*.zek' -print0 >"$scratch/list"
+    measure "the same, from a list" "$count" "$zek" mark --files0-from "$scratch/list"
+    measure "check, nothing wrong" "$count" "$zek" check "$models/$count"
+    rm -rf "${models:?}/$count"
+done
+
+# Prints the calls that a model costs: those of 20 models less those of 10, by ten.
+count_calls() {
+    local n
+    for n in 10 20; do
+        strace -f -c -U name,calls -o "$scratch/calls.$n" "$@" -j1 "$models/$n" >/dev/null 2>&1 || true
+    done
+    python3 - "$scratch"/calls.10 "$scratch"/calls.20 <<'END'
+import sys
+few, many = ({words[0]: int(words[1]) for words in map(str.split, open(path))
+              if len(words) == 2 and words[1].isdigit()} for path in sys.argv[1:])
+for name in sorted(many):
+    calls = (many[name] - few.get(name, 0)) / 10
+    if calls and name != "total":
+        print(f"{calls:9.1f} {name}")
+END
+}
+
+say "System calls a model: three textures, two probes, two lightmaps"
+write_models 10
+write_models 20
+echo "mark, all to change"
+count_calls "$zek" mark
+echo "mark, nothing to change"
+count_calls "$zek" mark
+echo "check, nothing wrong"
+count_calls "$zek" check
