@@ -8,7 +8,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
-need_packages "${test_packages[@]}" bc time
+need_packages "${test_packages[@]}" time
 . Scripts/checking.sh
 [ $# -gt 0 ] || set -- 1000 10000 100000
 
@@ -43,17 +43,20 @@ for i in range(count):
 END
 }
 
-# Prints the time and memory of a command, and what a model's share is.
+# Prints what a command takes: time on the clock and of processors, a model's share of the latter, and
+# memory.
 measure() {
-    local title=$1 count=$2
+    local title=$1 count=$2 elapsed user system kilobytes
     shift 2
-    /usr/bin/time -f '%e %M' -o "$scratch/time" "$@" >"$scratch/output" 2>&1 || [ $? -eq 1 ]
-    read -r seconds kilobytes < <(tail -n 1 "$scratch/time")
-    printf '%9d  %-22s %8.2f s %8.1f us a model %8.1f MB\n' "$count" "$title" "$seconds" \
-        "$(bc <<<"scale=3; $seconds * 1000000 / $count")" "$(bc <<<"scale=3; $kilobytes / 1024")"
+    /usr/bin/time -f '%e %U %S %M' -o "$scratch/time" "$@" >"$scratch/output" 2>&1 || [ $? -eq 1 ]
+    read -r elapsed user system kilobytes < <(tail -n 1 "$scratch/time")
+    awk -v n="$count" -v title="$title" -v e="$elapsed" -v p="$user" -v s="$system" -v k="$kilobytes" '
+        BEGIN { printf "%8d  %-24s %8.2f s %8.2f s %6.1f us %7.1f MB\n",
+                n, title, e, p + s, (p + s) / n * 1e6, k / 1024 }'
 }
 
-say "Time and memory ($(nproc) threads, $(findmnt -n -o FSTYPE -T "$models"))"
+say "Time and memory ($(nproc) threads, $(stat -f -c %T "$models"))"
+printf '%8s  %-24s %10s %10s %9s %10s\n' models '' clock processors 'a model' memory
 for count in "$@"; do
     write_models "$count"
     measure "check, all stale" "$count" "$zek" check "$models/$count"
