@@ -764,7 +764,7 @@ TEST(CZEKModel, EachNodeHasItsOwnColliderMesh)
     SModel model;
     model.version = 20;
     model.nodes.resize(4);
-    for (std::size_t i : {1, 3})
+    for (std::size_t i : {std::size_t{1}, std::size_t{3}})
     {
         model.nodes[i].colliderShape = 2;
         model.nodes[i].hasMesh = 1;
