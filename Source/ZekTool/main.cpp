@@ -1,7 +1,7 @@
 #include <string>
 #include <vector>
 
-#include "ZekTool/Zek.h"
+#include "ZekTool/Command/Zek.h"
 
 int main(int argc, char* argv[])
 {

@@ -41,7 +41,7 @@ class Manual(unittest.TestCase):
         self.assertEqual({o[2:] for o in options} - {"help"}, documented - {"version"})
 
     def test_says_of_exit_statuses_what_the_program_says(self):
-        header = (ROOT / "Source/ZekTool/EExitStatus.h").read_text()
+        header = (ROOT / "Source/ZekTool/Output/EExitStatus.h").read_text()
         statuses = re.findall(r"= (\d+), +///< (.*)", header)
         self.assertEqual(4, len(statuses))
         section = MANUAL.split(".Sh EXIT STATUS")[1].split(".Sh ")[0]

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Specific/FileSystem/LFileName.h"
+#include "ZEKFormat/CZEKSink.h"
+#include "ZekTool/Check/SSurvey.h"
+
+namespace zektool
+{
+
+/// True for a name that, taken for a file's, leads out of the folder that the file is expected in.
+inline bool IsUnsafeName(const std::string& name)
+{
+    return name == ".." || name.find('/') != std::string::npos ||
+           !LFileName::DeleteFileName(name).empty();
+}
+
+/// Surveys a model while it is walked.
+class CSurveySink : public zek::CZEKSink
+{
+public:
+    /// Borrows the survey.
+    explicit CSurveySink(SSurvey& survey) : m_Survey(survey) {}
+
+    void Header(const zek::SZEKHeader& header)
+    {
+        m_Survey.processedMarkerOffset = header.processedMarker.offset;
+    }
+
+    void Node(const zek::SZEKNode& node)
+    {
+        if (node.parentNodeIndex >= m_Survey.nodeCount)
+            m_Survey.hasLaterParent = true;
+        ++m_Survey.nodeCount;
+        m_Survey.parentIndices.Add(node.parentNodeIndex);
+        m_Survey.meshIndices.Add(node.meshIndex);
+    }
+
+    void BeginMesh(const zek::SZEKMeshHeader&) { ++m_Survey.meshCount; }
+    void BeginPrimitive(int materialIndex) { m_Survey.materialIndices.Add(materialIndex); }
+
+    void Material(const zek::SZEKMaterial& material)
+    {
+        ++m_Survey.materialCount;
+        m_Survey.textureIndices.Add(material.mainTextureIndex);
+        m_Survey.textureIndices.Add(material.normalTextureIndex);
+        m_Survey.textureIndices.Add(material.emissionTextureIndex);
+        m_Survey.textureIndices.Add(material.roughnessTextureIndex);
+    }
+
+    void Texture(const zek::SZEKTexture& texture)
+    {
+        m_Survey.textures.push_back(MakeItem(texture.flags));
+        Name(m_Survey.textures.back(), std::string(texture.name));
+    }
+
+    void Bone(std::string_view) { ++m_Survey.boneCount; }
+
+    void Lightmap(const zek::SZEKLightmap& lightmap)
+    {
+        m_Survey.lightmaps.push_back(MakeItem(lightmap.flags));
+        Name(m_Survey.lightmaps.back(), std::string(lightmap.name));
+    }
+
+    void LightmapCount(int count)
+    {
+        if (m_Survey.lightmaps.empty())
+            m_Survey.namelessLightmapCount = count;
+    }
+
+    void ProbeFlags(const zek::SZEKPlace& flags) { m_Survey.cubemaps.push_back(MakeItem(flags)); }
+
+    void Probe(const zek::SZEKProbe& probe)
+    {
+        if (!m_Survey.cubemaps.empty())
+            Name(m_Survey.cubemaps.back(), zek::GetProbeName(probe));
+    }
+
+private:
+    static SSurveyedItem MakeItem(const zek::SZEKPlace& flags)
+    {
+        SSurveyedItem item;
+        std::copy_n(flags.address, item.flags.size(), item.flags.begin());
+        item.flagsOffset = flags.offset;
+        return item;
+    }
+
+    void Name(SSurveyedItem& item, std::string name)
+    {
+        m_Survey.hasUnsafeName = m_Survey.hasUnsafeName || IsUnsafeName(name);
+        item.name = std::move(name);
+    }
+
+    SSurvey& m_Survey;
+};
+
+} // namespace zektool

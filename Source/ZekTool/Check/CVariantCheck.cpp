@@ -1,0 +1,237 @@
+#include "ZekTool/Check/CVariantCheck.h"
+
+#include <filesystem>
+#include <string_view>
+
+#include "ZekTool/Models/CVariantSearch.h"
+#include "ZekTool/Output/Text.h"
+
+namespace fs = std::filesystem;
+
+namespace zektool
+{
+
+namespace
+{
+
+const char* GetSection(zek::EZEKItemKind kind)
+{
+    switch (kind)
+    {
+    case zek::EZEKItemKind::Texture:
+        return "textures";
+    case zek::EZEKItemKind::Cubemap:
+        return "probes";
+    case zek::EZEKItemKind::Lightmap:
+        break;
+    }
+    return "lightmaps";
+}
+
+std::string GetFamilyName(std::size_t family)
+{
+    return std::string(zek::CompressionFamilies[family].name);
+}
+
+/// False only when there is nothing at the path.
+bool MayExist(const std::string& path)
+{
+    std::error_code error;
+    return fs::status(path, error).type() != fs::file_type::not_found;
+}
+
+} // namespace
+
+CVariantCheck::CVariantCheck(
+    const std::string& folder, const SCheckOptions& options, CFindingList& findings)
+    : m_Options(options)
+    , m_Findings(findings)
+    , m_FolderLength(folder.size())
+    , m_Finder(folder)
+    , m_FolderFinder(folder, zek::CZEKVariantFinder::IsExistFile, '/')
+{
+    for (std::size_t family = 0; family < m_HasTextureFolder.size(); ++family)
+    {
+        const zek::SCompressionFamily& names = zek::CompressionFamilies[family];
+        m_HasTextureFolder[family] = MayExist(folder + std::string(names.textureFolder));
+        m_HasCubemapFolder[family] = MayExist(folder + std::string(names.cubemapFolder));
+    }
+}
+
+template <typename MakeMessage>
+void CVariantCheck::Add(
+    EFinding finding,
+    const SItem& item,
+    std::size_t family,
+    const std::string& path,
+    MakeMessage makeMessage)
+{
+    m_Findings.Add(
+        finding,
+        [&]
+        {
+            SFinding made;
+            made.location.section = GetSection(item.variant.kind);
+            made.location.index = item.index;
+            made.location.name = item.surveyed.name;
+            made.location.field = "flags[" + std::to_string(family) + "]";
+            made.location.offset = item.surveyed.flagsOffset + static_cast<std::int64_t>(family);
+            made.path = path;
+            made.message = makeMessage();
+            return made;
+        });
+}
+
+std::string CVariantCheck::Shorten(const std::string& path) const
+{
+    return MakeShowable(std::string_view(path).substr(m_FolderLength));
+}
+
+void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items)
+{
+    m_Families = {};
+    for (std::size_t i = 0; i < items.size(); ++i)
+    {
+        const int index = static_cast<int>(i);
+        CheckItem({items[i], MakeVariantItem(kind, index, items[i].name), index});
+    }
+
+    for (std::size_t family = 0; family < m_Families.size(); ++family)
+    {
+        const SFamily& seen = m_Families[family];
+        if (seen.thereCount == 0 || seen.firstMissing < 0)
+            continue;
+        const SItem item = {
+            items[static_cast<std::size_t>(seen.firstMissing)], {kind, {}}, seen.firstMissing};
+        Add(EFinding::PartialFamily, item, family, seen.missingPath,
+            [&]
+            {
+                return std::to_string(seen.thereCount) + " of " + std::to_string(items.size()) +
+                       " " + GetSection(kind) + " have a " + GetFamilyName(family) +
+                       " variant, and this is the first that has none";
+            });
+    }
+}
+
+void CVariantCheck::CheckItem(const SItem& item)
+{
+    for (std::size_t family = 0; family < m_Families.size(); ++family)
+    {
+        const SVariant variant = LookAt(item, family);
+        CheckFlag(item, family, variant);
+        if (item.variant.kind == zek::EZEKItemKind::Cubemap)
+            CheckFaces(item, family, variant);
+
+        SFamily& seen = m_Families[family];
+        if (variant.isThere)
+            ++seen.thereCount;
+        else if (seen.firstMissing < 0)
+        {
+            seen.firstMissing = item.index;
+            seen.missingPath = variant.example;
+        }
+    }
+}
+
+CVariantCheck::SVariant CVariantCheck::LookAt(const SItem& item, std::size_t family)
+{
+    if (item.variant.kind != zek::EZEKItemKind::Cubemap)
+        return LookAtFiles(item, family, m_Finder, m_HasTextureFolder[family]);
+    const SVariant variant = LookAtFiles(item, family, m_Finder, true);
+    if (variant.isThere || !m_Options.isCubemapFolders)
+        return variant;
+    const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_HasCubemapFolder[family]);
+    return inFolder.fileCount > variant.fileCount ? inFolder : variant;
+}
+
+CVariantCheck::SVariant CVariantCheck::LookAtFiles(
+    const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder)
+{
+    SVariant variant;
+    variant.isThere = true;
+    const int fileCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
+    for (int file = 0; file < fileCount; ++file)
+    {
+        const std::string& path = finder.GetPath(item.variant, family, file);
+        const EVariantState state = hasFolder ? GetVariantState(path) : EVariantState::Absent;
+        if (file == 0 || (variant.isThere && !IsThere(state)))
+            variant.example = path;
+        variant.isThere = variant.isThere && IsThere(state);
+        variant.fileCount += IsThere(state) ? 1 : 0;
+        CheckState(item, family, state, path);
+    }
+    return variant;
+}
+
+void CVariantCheck::CheckState(
+    const SItem& item, std::size_t family, EVariantState state, const std::string& path)
+{
+    switch (state)
+    {
+    case EVariantState::Absent:
+    case EVariantState::File:
+        break;
+    case EVariantState::Unreadable:
+        Add(EFinding::UnreadableVariant, item, family, path,
+            [&] { return Shorten(path) + " cannot be opened and does not count as there"; });
+        break;
+    case EVariantState::NotAFile:
+        Add(EFinding::VariantNotAFile, item, family, path,
+            [&] { return Shorten(path) + " is no file and counts as there all the same"; });
+        break;
+    case EVariantState::Empty:
+        Add(EFinding::EmptyVariant, item, family, path,
+            [&] { return Shorten(path) + " is empty and counts as there all the same"; });
+        break;
+    }
+}
+
+void CVariantCheck::CheckFlag(const SItem& item, std::size_t family, const SVariant& variant)
+{
+    const int flag = item.surveyed.flags[family];
+    if (flag == (variant.isThere ? 1 : 0))
+        return;
+    const EFinding finding = flag > 1          ? EFinding::WrongFlag
+                             : variant.isThere ? EFinding::VariantWithoutFlag
+                                               : EFinding::FlagWithoutVariant;
+    Add(finding, item, family, variant.example,
+        [&]
+        {
+            return GetFamilyName(family) + " is " + std::to_string(flag) + ", and " +
+                   Shorten(variant.example) + (variant.isThere ? " is there" : " is not there");
+        });
+}
+
+void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVariant& variant)
+{
+    const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
+    if (variant.fileCount > 0 && !variant.isThere)
+        Add(EFinding::IncompleteCubemap, item, family, variant.example,
+            [&]
+            {
+                return GetFamilyName(family) + " has " + std::to_string(variant.fileCount) +
+                       " of " + std::to_string(faceCount) + " faces; " + Shorten(variant.example) +
+                       " is not there";
+            });
+    else if (variant.fileCount == 0 && IsInFolders(item, family))
+        Add(EFinding::CubemapInFolders, item, family, variant.example,
+            [&]
+            {
+                return GetFamilyName(family) + " has faces in folders, and is looked for as " +
+                       Shorten(variant.example);
+            });
+}
+
+bool CVariantCheck::IsInFolders(const SItem& item, std::size_t family)
+{
+    if (m_Options.isCubemapFolders || !m_HasCubemapFolder[family])
+        return false;
+    const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
+    int face = 0;
+    while (face < faceCount &&
+           !IsThere(GetVariantState(m_FolderFinder.GetPath(item.variant, family, face))))
+        ++face;
+    return face < faceCount;
+}
+
+} // namespace zektool

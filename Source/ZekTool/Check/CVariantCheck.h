@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZekTool/Check/CFindingList.h"
+#include "ZekTool/Check/SSurvey.h"
+#include "ZekTool/Check/VariantState.h"
+
+namespace zektool
+{
+
+/// Compares the flags of a model's items with the variants that lie beside it, and looks at these.
+class CVariantCheck
+{
+public:
+    /// Takes the model's folder, up to and with its last slash, or empty; borrows the others.
+    CVariantCheck(const std::string& folder, const SCheckOptions& options, CFindingList& findings);
+
+    void CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items);
+
+private:
+    /// An item with what is looked for.
+    struct SItem
+    {
+        const SSurveyedItem& surveyed;
+        zek::SZEKItem variant;
+        int index;
+    };
+
+    /// What there is of an item's variant of one family.
+    struct SVariant
+    {
+        int fileCount = 0;   ///< of files that are there
+        std::string example; ///< path of the first file that is not there, or else of the first
+        bool isThere = false;
+    };
+
+    /// What there is of one family in a list of items.
+    struct SFamily
+    {
+        std::size_t thereCount = 0;
+        int firstMissing = -1;
+        std::string missingPath;
+    };
+
+    void CheckItem(const SItem& item);
+    SVariant LookAt(const SItem& item, std::size_t family);
+    SVariant LookAtFiles(
+        const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder);
+    bool IsInFolders(const SItem& item, std::size_t family);
+    void
+    CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
+    void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
+    void CheckFaces(const SItem& item, std::size_t family, const SVariant& variant);
+    /// Adds a finding about the flag of an item, whose message makeMessage() returns.
+    template <typename MakeMessage>
+    void
+    Add(EFinding finding,
+        const SItem& item,
+        std::size_t family,
+        const std::string& path,
+        MakeMessage makeMessage);
+
+    /// Returns a path from the model's folder on, as it can be shown.
+    std::string Shorten(const std::string& path) const;
+
+    const SCheckOptions& m_Options;
+    CFindingList& m_Findings;
+    std::size_t m_FolderLength;
+    zek::CZEKVariantFinder m_Finder;
+    zek::CZEKVariantFinder m_FolderFinder; // of faces in real folders
+    std::array<SFamily, zek::CompressionFamilyCount> m_Families;
+    std::array<bool, zek::CompressionFamilyCount> m_HasTextureFolder;
+    std::array<bool, zek::CompressionFamilyCount> m_HasCubemapFolder;
+};
+
+} // namespace zektool

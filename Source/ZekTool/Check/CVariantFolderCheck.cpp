@@ -1,0 +1,184 @@
+#include "ZekTool/Check/CVariantFolderCheck.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <map>
+#include <utility>
+
+#include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZekTool/Output/Text.h"
+
+namespace fs = std::filesystem;
+
+namespace zektool
+{
+
+namespace
+{
+
+/// Returns a name with A to Z in small letters, whatever its character code is.
+std::string MakeSmall(std::string name)
+{
+    std::transform(
+        name.begin(), name.end(), name.begin(),
+        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return name;
+}
+
+/// Returns the names of a folder's entries in byte order; none of a folder that cannot be read.
+std::vector<std::string> ListFolder(const std::string& folder)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+        names.push_back(entry->path().filename().native());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool IsVariantExtension(const std::string& extension)
+{
+    return std::any_of(
+        zek::CompressionFamilies.begin(), zek::CompressionFamilies.end(),
+        [&](const zek::SCompressionFamily& family) { return family.extension == extension; });
+}
+
+SFinding MakeFinding(const std::string& path, const std::string& message)
+{
+    SFinding finding;
+    finding.location.section = "model";
+    finding.path = path;
+    finding.message = message;
+    return finding;
+}
+
+} // namespace
+
+CVariantFolderCheck::CVariantFolderCheck(
+    std::string modelPath, std::string folder, const SSurvey& survey, CFindingList& findings)
+    : m_ModelPath(std::move(modelPath))
+    , m_Folder(std::move(folder))
+    , m_Survey(survey)
+    , m_Findings(findings)
+{
+}
+
+void CVariantFolderCheck::Check()
+{
+    for (const SSurveyedItem& lightmap : m_Survey.lightmaps)
+        m_Lightmaps.insert(zek::SZEKItem::MakeLightmap(lightmap.name).name);
+    for (const std::string& name : m_Lightmaps)
+        m_SmallLightmaps.insert(MakeSmall(name));
+
+    for (std::size_t family = 0; family < zek::CompressionFamilies.size(); ++family)
+        CheckFolder(family);
+    if (m_Unused.empty() || HasOtherModel())
+        return;
+    for (const std::string& name : m_Unused)
+        AddUnused(name, m_Folder + name);
+}
+
+void CVariantFolderCheck::CheckFolder(std::size_t family)
+{
+    const std::string folder = std::string(zek::CompressionFamilies[family].textureFolder) + "/";
+    const std::string_view ownExtension = zek::CompressionFamilies[family].extension;
+    for (const std::string& name : ListFolder(m_Folder + folder))
+    {
+        const std::size_t dot = std::min(name.rfind('.'), name.size());
+        const std::string stem = name.substr(0, dot);
+        const std::string extension = dot < name.size() ? name.substr(dot + 1) : "";
+        const std::string smallExtension = MakeSmall(extension);
+        if (!IsVariantExtension(smallExtension))
+            continue;
+        if (extension == ownExtension && IsItem(stem, m_Lightmaps))
+            continue;
+        if (smallExtension == ownExtension && IsItem(MakeSmall(stem), m_SmallLightmaps))
+            AddCase(folder + name, m_Folder + folder + name);
+        else
+            m_Unused.push_back(folder + name);
+    }
+}
+
+bool CVariantFolderCheck::IsItem(
+    const std::string& stem, const std::set<std::string>& lightmaps) const
+{
+    if (lightmaps.count(stem) != 0)
+        return true;
+    constexpr std::string_view namelessLightmap = "LightMap";
+    const bool isNameless = stem.compare(0, namelessLightmap.size(), namelessLightmap) == 0;
+    const std::string digits = isNameless ? stem.substr(namelessLightmap.size()) : stem;
+    const int count = isNameless ? m_Survey.namelessLightmapCount : m_Survey.GetTextureCount();
+    int index = 0;
+    const std::from_chars_result end =
+        std::from_chars(digits.data(), digits.data() + digits.size(), index);
+    return end.ec == std::errc() && index >= 0 && index < count &&
+           digits == zek::SZEKItem::MakeTexture(static_cast<std::size_t>(index)).name;
+}
+
+void CVariantFolderCheck::AddCase(const std::string& name, const std::string& path)
+{
+    m_Findings.Add(
+        EFinding::VariantNameCase,
+        [&] {
+            return MakeFinding(path, name + " differs from what is looked for in capital letters");
+        });
+}
+
+void CVariantFolderCheck::AddUnused(const std::string& name, const std::string& path)
+{
+    m_Findings.Add(
+        EFinding::UnusedVariant,
+        [&]
+        {
+            return MakeFinding(
+                path, name + " belongs to none of " +
+                          MakeCount(m_Survey.textures.size(), "texture", "textures") + " and " +
+                          MakeCount(m_Survey.lightmaps.size(), "lightmap", "lightmaps"));
+        });
+}
+
+bool CVariantFolderCheck::HasOtherModel() const
+{
+    const fs::path model(m_ModelPath);
+    std::error_code error;
+    fs::directory_iterator entry(m_Folder.empty() ? "." : m_Folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+    {
+        const fs::path& other = entry->path();
+        if (other.extension() == model.extension() && other.filename() != model.filename() &&
+            !entry->is_directory(error))
+            return true;
+    }
+    return false;
+}
+
+void CheckSharedLightmaps(const std::vector<SSurveyedItem>& lightmaps, CFindingList& findings)
+{
+    std::map<std::string, std::size_t> firsts; // the first lightmap of each variant's name
+    for (std::size_t i = 0; i < lightmaps.size(); ++i)
+    {
+        const SSurveyedItem& lightmap = lightmaps[i];
+        const std::size_t first =
+            firsts.emplace(zek::SZEKItem::MakeLightmap(lightmap.name).name, i).first->second;
+        if (lightmaps[first].name == lightmap.name)
+            continue;
+        findings.Add(
+            EFinding::SharedLightmapVariant,
+            [&]
+            {
+                SFinding finding;
+                finding.location.section = "lightmaps";
+                finding.location.index = static_cast<int>(i);
+                finding.location.name = lightmap.name;
+                finding.location.field = "flags";
+                finding.location.offset = lightmap.flagsOffset;
+                finding.message = "it has the same variants as lightmap " + std::to_string(first) +
+                                  " \"" + zek::MakeShowable(lightmaps[first].name) + "\"";
+                return finding;
+            });
+    }
+}
+
+} // namespace zektool

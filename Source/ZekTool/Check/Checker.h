@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "ZekTool/Check/CFindingList.h"
+
+namespace zektool
+{
+
+/// Says what is wrong with a model and with the variants beside it. Nothing is changed, printed or
+/// waited for; the path is the system's own. Several threads may call it at once.
+///
+/// The time is linear in the size of the model and of the folders of its variants. Kept in memory
+/// are the model's items and no more findings than the options allow; where nodes stand before
+/// their parents, these too.
+SCheckResult Check(const std::string& path, const SCheckOptions& options);
+
+} // namespace zektool

@@ -1,0 +1,120 @@
+#include "ZekTool/Command/CInfoCommand.h"
+
+#include <fmt/format.h>
+
+#include "ZekTool/Output/Json.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+/// Returns a line for an item: what it is, its name and its flags.
+std::string MakeItemLine(const std::string& title, const SItemInfo& item)
+{
+    std::string line = "  " + title + ' ' + MakeQuoted(item.name);
+    for (std::size_t family = 0; item.hasFlags && family < item.flags.size(); ++family)
+        line += fmt::format(
+            "{} {} {}", family == 0 ? ":" : ",", zek::CompressionFamilies[family].name,
+            item.flags[family]);
+    return line + '\n';
+}
+
+Json MakeItemJson(std::size_t index, const SItemInfo& item)
+{
+    Json json = {{"index", index}, {"name", MakeJsonText(item.name)}, {"flags", nullptr}};
+    for (std::size_t family = 0; item.hasFlags && family < item.flags.size(); ++family)
+        json["flags"][std::string(zek::CompressionFamilies[family].name)] = item.flags[family];
+    return json;
+}
+
+Json MakeItemListJson(const std::vector<SItemInfo>& items)
+{
+    Json json = Json::array();
+    for (std::size_t i = 0; i < items.size(); ++i)
+        json.push_back(MakeItemJson(i, items[i]));
+    return json;
+}
+
+std::size_t ToCount(int count)
+{
+    return static_cast<std::size_t>(count);
+}
+
+} // namespace
+
+SResult CInfoCommand::Run(const SModelPath& model)
+{
+    SModelInfo info;
+    const std::string error = ReadModelInfo(model.path, info);
+    if (!error.empty())
+        return MakeFailure(model, EOutcome::Failed, error);
+    return {EOutcome::Well, m_IsJson ? MakeJson(model, info) : MakeText(model, info)};
+}
+
+SResult CInfoCommand::MakeFailure(
+    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+{
+    return {
+        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
+                          : MakeFailureLine(model.path, outcome, reason)};
+}
+
+std::string CInfoCommand::MakeSummary(const STally& tally) const
+{
+    return fmt::format("{} shown, {} failed", tally.well, tally.failed);
+}
+
+std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& info) const
+{
+    std::string text = fmt::format(
+        "{}: version {}, {}", MakeShowable(model.path), info.version,
+        MakeCount(static_cast<std::size_t>(info.size), "byte", "bytes"));
+    if (info.hasGeometry)
+        text += fmt::format(
+            ", {}, {}, {}, {}", MakeCount(info.nodeCount, "node", "nodes"),
+            MakeCount(info.meshCount, "mesh", "meshes"),
+            MakeCount(info.materialCount, "material", "materials"),
+            MakeCount(info.boneCount, "bone", "bones"));
+    text += fmt::format(
+        ", {}, {}, {}{}\n", MakeCount(info.textures.size(), "texture", "textures"),
+        MakeCount(ToCount(info.probeCount), "probe", "probes"),
+        MakeCount(ToCount(info.lightmapCount), "lightmap", "lightmaps"),
+        !info.hasMarker    ? ""
+        : info.isProcessed ? ", processed"
+                           : ", not processed");
+    for (std::size_t i = 0; i < info.textures.size(); ++i)
+        text += MakeItemLine(fmt::format("texture {:03}", i), info.textures[i]);
+    for (std::size_t i = 0; i < info.probes.size(); ++i)
+        text += MakeItemLine(fmt::format("probe {}", i), info.probes[i]);
+    for (std::size_t i = 0; i < info.lightmaps.size(); ++i)
+        text += MakeItemLine(fmt::format("lightmap {}", i), info.lightmaps[i]);
+    return text;
+}
+
+std::string CInfoCommand::MakeJson(const SModelPath& model, const SModelInfo& info) const
+{
+    Json json = {
+        {"model", MakeJsonText(model.path)},
+        {"outcome", "shown"},
+        {"version", info.version},
+        {"size", info.size},
+        {"processed", info.hasMarker ? Json(info.isProcessed) : Json(nullptr)}};
+    if (info.hasGeometry)
+    {
+        json["nodes"] = info.nodeCount;
+        json["meshes"] = info.meshCount;
+        json["materials"] = info.materialCount;
+        json["bones"] = info.boneCount;
+    }
+    json["probeCount"] = info.probeCount;
+    json["lightmapCount"] = info.lightmapCount;
+    json["textures"] = MakeItemListJson(info.textures);
+    json["probes"] = MakeItemListJson(info.probes);
+    json["lightmaps"] = MakeItemListJson(info.lightmaps);
+    return MakeJsonLine(json);
+}
+
+} // namespace zektool

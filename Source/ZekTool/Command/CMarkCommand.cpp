@@ -1,0 +1,210 @@
+#include "ZekTool/Command/CMarkCommand.h"
+
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "ZekTool/Mark/CMarker.h"
+#include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Json.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 3> KindNames = {"texture", "cubemap", "lightmap"};
+
+std::string_view GetKindName(zek::EZEKItemKind kind)
+{
+    return KindNames[static_cast<std::size_t>(kind)];
+}
+
+/// Calls a function with each family whose flag changes: its name, the old and the new value.
+template <typename Use>
+void ForEachChange(const SMarkItem& item, Use use)
+{
+    for (std::size_t family = 0; family < item.from.size(); ++family)
+    {
+        if (item.from[family] != item.to[family])
+            use(zek::CompressionFamilies[family].name, item.from[family], item.to[family]);
+    }
+}
+
+std::string MakeChangeLines(const SMarkItem& item)
+{
+    std::string text;
+    ForEachChange(
+        item,
+        [&](std::string_view family, unsigned char from, unsigned char to)
+        {
+            text += fmt::format(
+                "  {} {:03} {}: {} {} -> {}\n", GetKindName(item.kind), item.index,
+                MakeQuoted(item.name), family, from, to);
+        });
+    return text;
+}
+
+/// Returns what changes in a model: "3 flags and the processed marker".
+std::string MakeChangeCount(const SMarkResult& result)
+{
+    std::size_t flagCount = 0;
+    for (const SMarkItem& item : result.changes)
+        ForEachChange(item, [&](auto&&...) { ++flagCount; });
+    if (flagCount == 0)
+        return "the processed marker";
+    return MakeCount(flagCount, "flag", "flags") +
+           (result.isMarkerSet ? " and the processed marker" : "");
+}
+
+void CheckNames(const CModelList& models)
+{
+    if (const std::optional<std::string> name = models.FindRepeatedName())
+        throw CUsageError(
+            "several models would be written to " + MakeShowable(*name) +
+            "; mark them with an output folder each");
+}
+
+/// Creates the folder of an output. Returns why it cannot be written there, or nothing.
+std::string PrepareOutput(const std::string& modelPath, const std::string& outputPath)
+{
+    std::error_code error;
+    if (fs::equivalent(modelPath, outputPath, error))
+        return "the output is the model itself; without -o it is marked in place";
+    const fs::path folder = fs::path(outputPath).parent_path();
+    if (folder.empty() || fs::is_directory(folder, error))
+        return "";
+    fs::create_directories(folder, error);
+    return error ? MakeShowable(folder.native()) + ": " + error.message() : "";
+}
+
+Json MakeChangesJson(const SMarkResult& result)
+{
+    Json changes = Json::array();
+    for (const SMarkItem& item : result.changes)
+        ForEachChange(
+            item,
+            [&](std::string_view family, unsigned char from, unsigned char to)
+            {
+                changes.push_back(
+                    {{"kind", GetKindName(item.kind)},
+                     {"index", item.index},
+                     {"name", MakeJsonText(item.name)},
+                     {"family", family},
+                     {"from", from},
+                     {"to", to}});
+            });
+    return changes;
+}
+
+Json MakeCountsJson(const SMarkResult& result)
+{
+    Json counts;
+    for (std::size_t kind = 0; kind < KindNames.size(); ++kind)
+    {
+        const SMarkCount& count = result.counts[kind];
+        Json variants;
+        for (std::size_t family = 0; family < count.variants.size(); ++family)
+            variants[std::string(zek::CompressionFamilies[family].name)] = count.variants[family];
+        counts[std::string(KindNames[kind])] = {{"items", count.items}, {"variants", variants}};
+    }
+    return counts;
+}
+
+} // namespace
+
+CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
+    : m_IsJson(line.isJson)
+{
+    if (!line.depfilePath.empty() && models.IsSeveral())
+        throw CUsageError("--depfile is for one model; mark each with a depfile of its own");
+    m_Options.isDryRun = line.isDryRun;
+    m_Options.isAlways = line.isAlways;
+    m_Options.isCubemapFolders = line.isCubemapFolders;
+    m_Options.outputPath = line.outputPath;
+    m_Options.depfilePath = line.depfilePath;
+    std::error_code ignored;
+    m_IsOutputFolder =
+        !line.outputPath.empty() && (models.IsSeveral() || line.outputPath.back() == '/' ||
+                                     fs::is_directory(line.outputPath, ignored));
+    if (m_IsOutputFolder)
+        CheckNames(models);
+}
+
+SResult CMarkCommand::Run(const SModelPath& model)
+{
+    SMarkOptions options = m_Options;
+    options.outputPath = MakeOutputPath(model);
+    if (!options.outputPath.empty() && !options.isDryRun)
+    {
+        const std::string error = PrepareOutput(model.path, options.outputPath);
+        if (!error.empty())
+            return MakeFailure(model, EOutcome::Failed, error);
+    }
+    const SMarkResult result = Mark(model.path, options);
+    if (result.outcome == SMarkResult::Failed)
+        return MakeFailure(model, EOutcome::Failed, result.reason);
+    return {
+        result.outcome == SMarkResult::Changed ? EOutcome::Changed : EOutcome::Well,
+        m_IsJson ? MakeJson(model, options.outputPath, result) : MakeText(model, result)};
+}
+
+SResult CMarkCommand::MakeFailure(
+    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+{
+    return {
+        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
+                          : MakeFailureLine(model.path, outcome, reason)};
+}
+
+std::string CMarkCommand::MakeSummary(const STally& tally) const
+{
+    return fmt::format(
+        "{} {}, {} as {}, {} failed", tally.changed,
+        m_Options.isDryRun ? "would change" : "changed", tally.well,
+        tally.well == 1 ? "it was" : "they were", tally.failed);
+}
+
+std::string CMarkCommand::MakeOutputPath(const SModelPath& model) const
+{
+    if (!m_IsOutputFolder)
+        return m_Options.outputPath;
+    return m_Options.outputPath + '/' + std::string(model.GetName());
+}
+
+std::string CMarkCommand::MakeText(const SModelPath& model, const SMarkResult& result) const
+{
+    const std::string path = MakeShowable(model.path);
+    if (result.outcome == SMarkResult::Unchanged)
+        return path + ": as it was\n";
+    if (!m_Options.isDryRun)
+        return fmt::format("{}: changed {}\n", path, MakeChangeCount(result));
+    std::string text = fmt::format("{}: would change {}\n", path, MakeChangeCount(result));
+    for (const SMarkItem& item : result.changes)
+        text += MakeChangeLines(item);
+    if (result.isMarkerSet)
+        text += fmt::format("  processed marker: {} -> 1\n", result.markerFrom);
+    return text;
+}
+
+std::string CMarkCommand::MakeJson(
+    const SModelPath& model, const std::string& outputPath, const SMarkResult& result) const
+{
+    Json json = {
+        {"model", MakeJsonText(model.path)},
+        {"outcome", result.outcome == SMarkResult::Changed ? "changed" : "unchanged"},
+        {"dryRun", m_Options.isDryRun},
+        {"version", result.version}};
+    if (!outputPath.empty())
+        json["output"] = MakeJsonText(outputPath);
+    json["marker"] = result.isMarkerSet ? Json({{"from", result.markerFrom}, {"to", 1}}) : nullptr;
+    json["changes"] = MakeChangesJson(result);
+    json["counts"] = MakeCountsJson(result);
+    return MakeJsonLine(json);
+}
+
+} // namespace zektool

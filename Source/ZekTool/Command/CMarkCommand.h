@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ZekTool/Command/CModelCommand.h"
+#include "ZekTool/Command/SCommandLine.h"
+#include "ZekTool/Mark/SMarkOptions.h"
+#include "ZekTool/Mark/SMarkResult.h"
+#include "ZekTool/Models/CModelList.h"
+
+namespace zektool
+{
+
+/// Marks each model.
+class CMarkCommand : public CModelCommand
+{
+public:
+    /// An output path is a folder when there are several models, when it is one, or when it ends
+    /// with a slash. Throws `CUsageError` when two models would be written to one file, or one
+    /// depfile were for several models.
+    CMarkCommand(const SCommandLine& line, const CModelList& models);
+
+    SResult Run(const SModelPath& model) override;
+    SResult MakeFailure(
+        const SModelPath& model, EOutcome outcome, const std::string& reason) const override;
+    std::string MakeSummary(const STally& tally) const override;
+
+private:
+    std::string MakeOutputPath(const SModelPath& model) const;
+    std::string MakeText(const SModelPath& model, const SMarkResult& result) const;
+    std::string MakeJson(
+        const SModelPath& model, const std::string& outputPath, const SMarkResult& result) const;
+
+    SMarkOptions m_Options;
+    bool m_IsOutputFolder;
+    bool m_IsJson;
+};
+
+} // namespace zektool

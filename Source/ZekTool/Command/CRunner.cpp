@@ -1,0 +1,164 @@
+#include "ZekTool/Command/CRunner.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "ZekTool/Output/Interrupt.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+constexpr std::size_t SlotsPerThread = 64;
+constexpr std::size_t MostWaitingBytes = 4 * 1024 * 1024;
+constexpr std::chrono::milliseconds TickLength(100);
+
+} // namespace
+
+STally CRunner::Run(std::size_t threadCount)
+{
+    if (m_Models.GetTotal() != 0)
+        threadCount = std::min(threadCount, m_Models.GetTotal());
+    m_MostSlots = threadCount * SlotsPerThread;
+    m_WorkerCount = threadCount;
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < threadCount; ++i)
+        threads.emplace_back([this] { Work(); });
+    WaitForWorkers();
+    for (std::thread& thread : threads)
+        thread.join();
+    PrintNotDone();
+    m_Progress.Clear();
+    m_Output.Flush();
+    return m_Tally;
+}
+
+void CRunner::Work()
+{
+    while (SSlot* slot = TakeModel())
+        Finish(*slot, RunCommand(slot->model));
+    const std::lock_guard lock(m_Mutex);
+    --m_WorkerCount;
+    m_HasRoom.notify_all();
+    if (m_WorkerCount == 0)
+        m_WorkersEnded.notify_all();
+}
+
+/// Takes the next model when there is room for its result; null when there is no more to do. Only
+/// one thread at a time waits for the list, so that the others can finish what they are at.
+CRunner::SSlot* CRunner::TakeModel()
+{
+    const std::lock_guard listLock(m_ListMutex);
+    {
+        std::unique_lock lock(m_Mutex);
+        m_HasRoom.wait(lock, [this] { return IsRoom() || IsStopped(); });
+        if (IsStopped())
+            return nullptr;
+    }
+    SModelPath model;
+    if (!m_Models.Next(model))
+        return nullptr;
+    const std::lock_guard lock(m_Mutex);
+    m_Slots.push_back({std::move(model), std::nullopt});
+    // A deque moves no element when others come and go at its ends.
+    return &m_Slots.back();
+}
+
+/// A slot is always free for the model that all others wait for.
+bool CRunner::IsRoom() const
+{
+    return m_Slots.empty() || (m_Slots.size() < m_MostSlots && m_WaitingBytes < MostWaitingBytes);
+}
+
+bool CRunner::IsStopped() const
+{
+    return IsInterrupted() || m_Output.GetError() != 0;
+}
+
+SResult CRunner::RunCommand(const SModelPath& model)
+{
+    try
+    {
+        if (!model.error.empty())
+            return m_Command.MakeFailure(model, EOutcome::Failed, model.error);
+        return m_Command.Run(model);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return m_Command.MakeFailure(model, EOutcome::Failed, "not enough memory");
+    }
+    catch (const std::exception& error)
+    {
+        return m_Command.MakeFailure(model, EOutcome::Failed, error.what());
+    }
+}
+
+void CRunner::Finish(SSlot& slot, SResult result)
+{
+    const std::lock_guard lock(m_Mutex);
+    const bool wasRoom = IsRoom();
+    m_WaitingBytes += result.output.size();
+    slot.result = std::move(result);
+    PrintFinished();
+    // Waking a thread costs as much as opening a file.
+    if (!wasRoom)
+        m_HasRoom.notify_all();
+}
+
+void CRunner::PrintFinished()
+{
+    while (!m_Slots.empty() && m_Slots.front().result)
+    {
+        const SSlot& slot = m_Slots.front();
+        m_WaitingBytes -= slot.result->output.size();
+        Print(slot.model, *slot.result);
+        m_Slots.pop_front();
+    }
+}
+
+void CRunner::Print(const SModelPath& model, const SResult& result)
+{
+    if (m_Output.IsFullWith(result.output.size()))
+        m_Progress.Clear();
+    m_Output.Write(result.output);
+    m_Tally.Add(result.outcome, MakeShowable(model.path));
+}
+
+/// Shows ten times a second what there is to show, until the last worker has ended.
+void CRunner::WaitForWorkers()
+{
+    std::unique_lock lock(m_Mutex);
+    while (m_WorkerCount > 0)
+    {
+        const auto end = std::chrono::steady_clock::now() + TickLength;
+        m_WorkersEnded.wait_until(lock, end, [this] { return m_WorkerCount == 0; });
+        if (m_WorkerCount == 0)
+            return;
+        if (!m_Output.IsEmpty())
+        {
+            m_Progress.Clear();
+            m_Output.Flush();
+        }
+        m_Progress.Show(m_Tally, m_Models.GetTotal());
+        // A worker that waits for room does not hear of Ctrl-C by itself.
+        m_HasRoom.notify_all();
+    }
+}
+
+void CRunner::PrintNotDone()
+{
+    if (!IsInterrupted())
+        return;
+    SModelPath model;
+    while (m_Models.NextKnown(model))
+        Print(model, m_Command.MakeFailure(model, EOutcome::NotDone, "not done"));
+}
+
+} // namespace zektool

@@ -1,0 +1,245 @@
+#include "ZekTool/Command/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+#include <thread>
+
+#include <CLI/CLI.hpp>
+
+namespace zektool
+{
+
+namespace
+{
+
+struct SCommandName
+{
+    const char* name;
+    ECommand command;
+    const char* summary;
+};
+
+constexpr std::array<SCommandName, 4> Commands = {{
+    {"info", ECommand::Info, "Show what is in models: version, counts, items and their flags"},
+    {"dump", ECommand::Dump, "Show every field of a model: offset, type, path, value"},
+    {"check", ECommand::Check, "Say what is wrong with models and the variants beside them"},
+    {"mark", ECommand::Mark, "Set the flags of models to the variants beside them"},
+}};
+
+constexpr std::array<const char*, 8> Sections = {"header", "nodes",    "meshes", "materials",
+                                                 "probes", "textures", "bones",  "lightmaps"};
+
+std::string MakeHelp()
+{
+    std::string text = "See, check and mark whole trees of ZEK models.\n\n"
+                       "Usage: zek COMMAND [OPTION...] PATH...\n\n"
+                       "Commands:\n";
+    for (const SCommandName& command : Commands)
+        text += "  " + std::string(command.name) +
+                std::string(8 - std::string(command.name).size(), ' ') + command.summary + "\n";
+    return text + "  help    Show this, or with a command's name what that takes\n\n"
+                  "A PATH is a model, or a folder with models below it.\n"
+                  "For a start: zek check FOLDER, then zek mark FOLDER.\n";
+}
+
+/// Adds an option that may be given several times, each time with one value.
+void AddRepeatable(
+    CLI::App& app, const char* name, std::vector<std::string>& values, const char* help)
+{
+    app.add_option(name, values, help)->expected(1)->take_all()->allow_extra_args(false);
+}
+
+void AddPathOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& names)
+{
+    AddRepeatable(
+        app, "--name", names,
+        "Files that are models, in folders: a pattern with * ? [] (default *.zek; repeatable)");
+    app.add_option(
+        "--files0-from", line.files0From,
+        "Take the paths from FILE, each ended by a zero byte; - is standard input");
+    app.add_option("-j,--jobs", line.threadCount, "Threads (default: the number of processors)")
+        ->check(CLI::Range(std::size_t{1}, std::size_t{1024}));
+}
+
+void AddCubemapFolders(CLI::App& app, SCommandLine& line)
+{
+    app.add_flag(
+        "--cubemap-folders", line.isCubemapFolders,
+        "Look for the faces of cubemaps in folders, too, not only under names with backslashes");
+}
+
+void AddDumpOptions(CLI::App& app, SCommandLine& line)
+{
+    app.add_flag("--elements", line.isElements, "Show the elements of arrays, too");
+    app.add_option("--section", line.section, "Show one section: header, nodes, ...")
+        ->check(CLI::IsMember(std::vector<std::string>(Sections.begin(), Sections.end())));
+}
+
+void AddCheckOptions(CLI::App& app, SCommandLine& line)
+{
+    app.add_flag("--deep", line.isDeep, "Look at vertices and indices, too");
+    app.add_option("--max-findings", line.maxFindings, "Findings shown a model (default 100)");
+    AddRepeatable(app, "--ignore", line.ignored, "Leave a finding out (repeatable)");
+    AddRepeatable(app, "--error", line.errorCodes, "Count a finding as an error (repeatable)");
+    app.add_option("--explain", line.explainedCode, "Say what a finding means and what to do");
+    AddCubemapFolders(app, line);
+}
+
+void AddMarkOptions(CLI::App& app, SCommandLine& line)
+{
+    app.add_flag("-n,--dry-run", line.isDryRun, "Write nothing and say what would change");
+    app.add_flag("--always", line.isAlways, "Write models that need no change, too");
+    app.add_option(
+        "-o,--output", line.outputPath,
+        "Leave the models alone and write to OUT, a folder when there are several");
+    app.add_option(
+        "--depfile", line.depfilePath, "Write what the result depends on, for Ninja and Make");
+    AddCubemapFolders(app, line);
+}
+
+/// Adds what a command takes. The names go to a list of their own, so that none of them is added to
+/// the default.
+void AddOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& names)
+{
+    app.add_flag("--json", line.isJson, "Print JSON, an object a line");
+    if (line.command == ECommand::Dump)
+        return AddDumpOptions(app, line);
+    AddPathOptions(app, line, names);
+    if (line.command == ECommand::Check)
+        AddCheckOptions(app, line);
+    if (line.command == ECommand::Mark)
+        AddMarkOptions(app, line);
+}
+
+/// Writes the help of a command.
+class CHelpFormatter : public CLI::Formatter
+{
+public:
+    explicit CHelpFormatter(const SCommandName& command) : m_Command(command) {}
+
+    std::string make_usage(const CLI::App*, std::string) const override
+    {
+        const bool isDump = m_Command.command == ECommand::Dump;
+        return std::string("\nUsage: zek ") + m_Command.name + " [OPTION...] " +
+               (isDump ? "MODEL\n" : "PATH...\n");
+    }
+
+private:
+    const SCommandName& m_Command;
+};
+
+std::unique_ptr<CLI::App>
+MakeParser(const SCommandName& command, SCommandLine& line, std::vector<std::string>& names)
+{
+    auto app = std::make_unique<CLI::App>(std::string(command.summary) + ".");
+    line.command = command.command;
+    AddOptions(*app, line, names);
+    app->allow_extras();
+    app->formatter(std::make_shared<CHelpFormatter>(command));
+    return app;
+}
+
+/// Returns what is left of the words when the options are taken: paths, and a "--" before those
+/// that may start with a dash.
+std::vector<std::string>
+TakePaths(const std::vector<std::string>& words, const std::string& commandName)
+{
+    std::vector<std::string> paths;
+    bool isBehindOptions = false;
+    for (const std::string& word : words)
+    {
+        if (!isBehindOptions && word == "--")
+            isBehindOptions = true;
+        else if (!isBehindOptions && word.size() > 1 && word.front() == '-')
+            throw CUsageError(
+                "unknown option " + word + "; 'zek help " + commandName + "' lists the options");
+        else
+            paths.push_back(word);
+    }
+    return paths;
+}
+
+void CheckPaths(const SCommandLine& line, const std::string& commandName)
+{
+    if (line.command == ECommand::Dump && line.paths.size() != 1)
+        throw CUsageError("dump takes one model; 'zek help dump' says more");
+    if (!line.files0From.empty() && !line.paths.empty())
+        throw CUsageError("paths are taken from --files0-from or the command line, not both");
+    if (!line.files0From.empty() && !line.outputPath.empty())
+        throw CUsageError("-o takes the paths of its models from the command line");
+    if (line.files0From.empty() && line.paths.empty())
+        throw CUsageError("no models: name models or folders, such as 'zek " + commandName + " .'");
+}
+
+const SCommandName& FindCommand(const std::string& name)
+{
+    const auto found = std::find_if(
+        Commands.begin(), Commands.end(),
+        [&](const SCommandName& command) { return command.name == name; });
+    if (found == Commands.end())
+        throw CUsageError("no command " + name + "; 'zek help' lists the commands");
+    return *found;
+}
+
+SCommandLine MakePrint(const std::string& message)
+{
+    SCommandLine line;
+    line.message = message;
+    return line;
+}
+
+SCommandLine ParseHelp(const std::vector<std::string>& words)
+{
+    if (words.size() < 2)
+        return MakePrint(MakeHelp());
+    SCommandLine line;
+    std::vector<std::string> names;
+    return MakePrint(MakeParser(FindCommand(words[1]), line, names)->help());
+}
+
+SCommandLine ParseCommand(const std::vector<std::string>& words)
+{
+    const SCommandName& command = FindCommand(words.front());
+    SCommandLine line;
+    line.threadCount = std::max(1U, std::thread::hardware_concurrency());
+    std::vector<std::string> names;
+    const auto app = MakeParser(command, line, names);
+    try
+    {
+        std::vector<std::string> reversed(words.rbegin(), words.rend() - 1);
+        // The parser would drop this word, and has no way to be told not to.
+        std::replace(reversed.begin(), reversed.end(), std::string("++"), std::string("./++"));
+        app->parse(std::move(reversed));
+    }
+    catch (const CLI::CallForHelp&)
+    {
+        return MakePrint(app->help());
+    }
+    catch (const CLI::ParseError& error)
+    {
+        throw CUsageError(error.what());
+    }
+    if (!names.empty())
+        line.names = names;
+    line.paths = TakePaths(app->remaining(), command.name);
+    if (!line.explainedCode.empty())
+        line.command = ECommand::Explain;
+    else
+        CheckPaths(line, command.name);
+    return line;
+}
+
+} // namespace
+
+SCommandLine ParseCommandLine(const std::vector<std::string>& words)
+{
+    if (words.empty())
+        throw CUsageError("no command; 'zek help' lists the commands");
+    if (words.front() == "help" || words.front() == "--help" || words.front() == "-h")
+        return ParseHelp(words);
+    if (words.front() == "--version")
+        return MakePrint("zek " ZEK_VERSION "\n");
+    return ParseCommand(words);
+}
+
+} // namespace zektool

@@ -1,0 +1,141 @@
+#include "ZekTool/Command/Zek.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "ZekTool/Command/CCheckCommand.h"
+#include "ZekTool/Command/CInfoCommand.h"
+#include "ZekTool/Command/CMarkCommand.h"
+#include "ZekTool/Command/CRunner.h"
+#include "ZekTool/Command/CommandLine.h"
+#include "ZekTool/Command/Dump.h"
+#include "ZekTool/Models/CModelList.h"
+#include "ZekTool/Output/COutput.h"
+#include "ZekTool/Output/CProgress.h"
+#include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Interrupt.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+CModelList MakeModelList(const SCommandLine& line)
+{
+    if (line.files0From.empty())
+        return CModelList(line.paths, line.names);
+    return CModelList(std::make_unique<CPathReader>(line.files0From), line.names);
+}
+
+std::unique_ptr<CModelCommand> MakeCommand(const SCommandLine& line, const CModelList& models)
+{
+    if (line.command == ECommand::Check)
+        return std::make_unique<CCheckCommand>(line);
+    if (line.command == ECommand::Mark)
+        return std::make_unique<CMarkCommand>(line, models);
+    return std::make_unique<CInfoCommand>(line.isJson);
+}
+
+/// Returns what came of several models, with those that failed once more.
+std::string MakeSummary(const CModelCommand& command, const STally& tally)
+{
+    std::string text = fmt::format(
+        "{}: {}", MakeCount(tally.GetTotal(), "model", "models"), command.MakeSummary(tally));
+    if (tally.notDone > 0)
+        text += fmt::format(", {} not done", tally.notDone);
+    text += '\n';
+    for (const std::string& name : tally.failedNames)
+        text += "failed: " + name + '\n';
+    if (tally.failed > tally.failedNames.size())
+        text += fmt::format("failed: {} more\n", tally.failed - tally.failedNames.size());
+    return text;
+}
+
+EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
+{
+    CModelList models = MakeModelList(line);
+    const auto command = MakeCommand(line, models);
+    CProgress progress;
+    const STally tally = CRunner(*command, models, output, progress).Run(line.threadCount);
+
+    const std::string listError = models.GetError();
+    if (!listError.empty())
+        throw std::runtime_error(MakeShowable(line.files0From) + ": " + listError);
+    if (tally.GetTotal() == 0 && !IsInterrupted())
+        throw CUsageError(MakeShowable(line.files0From) + ": no paths in it");
+    // Programs read JSON, and a person what is on the other stream.
+    COutput errors(STDERR_FILENO);
+    if (models.IsSeveral())
+        (line.isJson ? errors : output).Write(MakeSummary(*command, tally));
+    errors.Flush();
+    if (IsInterrupted())
+        return EExitStatus::Interrupted;
+    return tally.failed == 0 ? EExitStatus::Success : EExitStatus::Failure;
+}
+
+EExitStatus RunCommand(const SCommandLine& line, COutput& output)
+{
+    switch (line.command)
+    {
+    case ECommand::Print:
+        output.Write(line.message);
+        return EExitStatus::Success;
+    case ECommand::Explain:
+        output.Write(ExplainCode(line.explainedCode));
+        return EExitStatus::Success;
+    case ECommand::Dump:
+        return Dump(line, output);
+    case ECommand::Info:
+    case ECommand::Check:
+    case ECommand::Mark:
+        break;
+    }
+    return RunOnModels(line, output);
+}
+
+/// Runs a command and sees to it that what it printed is written.
+EExitStatus RunAndFlush(const SCommandLine& line)
+{
+    COutput output(STDOUT_FILENO);
+    EExitStatus status = RunCommand(line, output);
+    output.Flush();
+    if (output.GetError() != 0)
+    {
+        fmt::print(stderr, "zek: standard output: {}\n", std::strerror(output.GetError()));
+        status = EExitStatus::Failure;
+    }
+    return status;
+}
+
+} // namespace
+
+EExitStatus RunZek(const std::vector<std::string>& words)
+{
+    // A closed pipe is an error of writing.
+    std::signal(SIGPIPE, SIG_IGN);
+    CatchCtrlC();
+    EExitStatus status = EExitStatus::Failure;
+    try
+    {
+        return RunAndFlush(ParseCommandLine(words));
+    }
+    catch (const CUsageError& error)
+    {
+        status = EExitStatus::Usage;
+        fmt::print(stderr, "zek: {}\n", error.what());
+    }
+    catch (const std::exception& error)
+    {
+        fmt::print(stderr, "zek: {}\n", error.what());
+    }
+    return status;
+}
+
+} // namespace zektool

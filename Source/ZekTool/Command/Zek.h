@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ZekTool/Output/EExitStatus.h"
+
+namespace zektool
+{
+
+/// Runs the program with the words behind its name.
+EExitStatus RunZek(const std::vector<std::string>& words);
+
+} // namespace zektool

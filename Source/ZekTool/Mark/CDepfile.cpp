@@ -1,0 +1,97 @@
+#include "ZekTool/Mark/CDepfile.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+
+#include "ZekTool/Mark/CReplacementFile.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+/// Tells whether Ninja takes a character for part of a name, by itself or after a backslash. All of
+/// UTF-8 is.
+bool IsNameable(char c)
+{
+    constexpr const char* unnameable = "\"&'*;<>?^`|\x7F";
+    const bool isControl = static_cast<unsigned char>(c) < ' ';
+    return !isControl && std::string(unnameable).find(c) == std::string::npos;
+}
+
+/// Appends a name as Ninja reads it. False when it has no such form.
+bool AppendName(const std::string& name, std::string& text)
+{
+    std::size_t backslashes = 0; // just before the character
+    for (char c : name)
+    {
+        if (!IsNameable(c) || (c == '$' && backslashes > 0))
+            return false;
+        if (c == ' ')
+            text.append(backslashes + 1, '\\');
+        else if (c == '#' || c == ':')
+            text += '\\';
+        else if (c == '$')
+            text += '$';
+        text += c;
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+    }
+    return name.empty() || (name.back() != '\\' && name.back() != ':');
+}
+
+} // namespace
+
+CDepfile::CDepfile(const std::string& modelFolder) : m_FolderLength(modelFolder.size())
+{
+    m_Folders.insert(modelFolder.empty() ? "./" : modelFolder);
+}
+
+void CDepfile::AddVariant(const std::string& path)
+{
+    for (std::size_t i = m_FolderLength; i < path.size(); ++i)
+    {
+        if (path[i] != '/')
+            continue;
+        // The slash stays, as an end of the name that needs no escape.
+        const std::string folder = path.substr(0, i + 1);
+        if (m_Folders.count(folder) != 0 || m_Absent.count(folder) != 0)
+            continue;
+        std::error_code ignored;
+        (std::filesystem::is_directory(folder, ignored) ? m_Folders : m_Absent).insert(folder);
+    }
+}
+
+bool CDepfile::Write(const std::string& path, const std::string& target, std::string& reason) const
+{
+    std::string text;
+    bool isNameable = AppendName(target, text);
+    text += ':';
+    for (const std::string& folder : m_Folders)
+    {
+        text += " \\\n ";
+        isNameable = isNameable && AppendName(folder, text);
+    }
+    text += '\n';
+    if (!isNameable)
+    {
+        reason = "the depfile cannot name \"" + target + "\" or a folder of its variants";
+        return false;
+    }
+
+    CReplacementFile file(path);
+    const auto size = static_cast<std::int64_t>(text.size());
+    if (!file.Create())
+        reason = file.GetError();
+    else if (!file.GetFile().Write(0, text.data(), size))
+        reason = file.GetFile().GetError();
+    else if (!file.Replace())
+        reason = file.GetError();
+    else
+        return true;
+    reason = "the depfile \"" + path + "\" cannot be written: " + reason;
+    return false;
+}
+
+} // namespace zektool

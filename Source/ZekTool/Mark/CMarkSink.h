@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "ZEKFormat/CZEKRefusalSink.h"
+#include "ZekTool/Mark/SMarkResult.h"
+
+namespace zektool
+{
+
+/// Keeps of a walk what marking needs: the header and the items that have flags.
+class CMarkSink : public zek::CZEKRefusalSink
+{
+public:
+    void Header(const zek::SZEKHeader& header) { m_Header = header; }
+
+    void Texture(const zek::SZEKTexture& texture)
+    {
+        Add(zek::EZEKItemKind::Texture, texture.name, texture.flags);
+    }
+
+    void ProbeFlags(const zek::SZEKPlace& flags) { Add(zek::EZEKItemKind::Cubemap, {}, flags); }
+
+    void Probe(const zek::SZEKProbe& probe)
+    {
+        if (probe.flags.offset >= 0)
+            m_Items.back().name = zek::GetProbeName(probe);
+    }
+
+    void Lightmap(const zek::SZEKLightmap& lightmap)
+    {
+        Add(zek::EZEKItemKind::Lightmap, lightmap.name, lightmap.flags);
+    }
+
+    const zek::SZEKHeader& GetHeader() const { return m_Header; }
+
+    /// The items in file order.
+    std::vector<SMarkItem>& GetItems() { return m_Items; }
+
+private:
+    void Add(zek::EZEKItemKind kind, std::string_view name, const zek::SZEKPlace& flags);
+
+    zek::SZEKHeader m_Header;
+    std::vector<SMarkItem> m_Items;
+    std::array<int, 3> m_Counts = {};
+};
+
+} // namespace zektool

@@ -1,0 +1,272 @@
+#include "ZekTool/Mark/CMarker.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "Specific/FileSystem/CRandomAccessFile.h"
+#include "ZEKFormat/CZEKFileSource.h"
+#include "ZEKFormat/CZEKWalk.h"
+#include "ZEKFormat/ZEKFile.h"
+#include "ZekTool/Mark/CDepfile.h"
+#include "ZekTool/Mark/CMarkSink.h"
+#include "ZekTool/Mark/CReplacementFile.h"
+#include "ZekTool/Models/CVariantSearch.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+using filesystem::CRandomAccessFile;
+using Clock = std::chrono::system_clock;
+
+constexpr unsigned char MarkerValue = 1;
+
+/// A byte to write.
+struct SPatch
+{
+    std::int64_t offset;
+    unsigned char byte;
+};
+
+/// One attempt to mark a model.
+class CMarker
+{
+public:
+    /// A patient one leaves a file alone that another program has open.
+    CMarker(const std::string& path, const SMarkOptions& options, bool isPatient)
+        : m_Path(path)
+        , m_Options(options)
+        , m_IsPatient(isPatient)
+        , m_Folder(GetModelFolder(path))
+    {
+    }
+
+    /// Returns false when another program came in between, so that another attempt has to be made.
+    /// The result is that of failing for good.
+    bool Mark();
+
+    SMarkResult& GetResult() { return m_Result; }
+
+    /// How long to wait before the next attempt.
+    std::chrono::nanoseconds GetTimeToSettle() const { return m_TimeToSettle; }
+
+private:
+    void FindVariants();
+    bool Write();
+    bool WriteInPlace();
+    bool WriteOutput();
+    bool CopyTo(CRandomAccessFile& output, bool& isReadWhole);
+    bool WritePatches(CRandomAccessFile& file);
+    bool WriteDepfile();
+    bool IsSettled() const { return m_TimeToSettle.count() <= 0; }
+
+    // How an attempt ends that need not be made again: both are true.
+    bool Succeed();
+    bool Fail(const std::string& reason);
+
+    const std::string& m_Path;
+    const SMarkOptions& m_Options;
+    bool m_IsPatient;
+    std::string m_Folder;
+    CRandomAccessFile m_File;
+    std::chrono::nanoseconds m_TimeToSettle = {};
+    CMarkSink m_Sink;
+    std::vector<SPatch> m_Patches; // in file order
+    SMarkResult m_Result;
+};
+
+bool CMarker::Mark()
+{
+    Fail("keeps being changed by another program");
+    if (!m_File.Open(m_Path))
+        return Fail("cannot be opened: " + m_File.GetError()) && !m_File.IsBusy();
+    m_TimeToSettle = m_File.GetState().GetTimeToSettle(Clock::now());
+
+    zek::CZEKFileSource source(m_File);
+    zek::CZEKWalk<zek::CZEKFileSource, CMarkSink> walk(source, m_Sink);
+    if (!zek::WalkFile(walk))
+        return m_File.IsUnchanged() ? Fail(m_Sink.GetRefusal().GetText()) : false;
+
+    FindVariants();
+    if (m_Options.isDryRun)
+        return Succeed();
+    if (!m_Options.depfilePath.empty() && !WriteDepfile())
+        return true;
+    return Write();
+}
+
+void CMarker::FindVariants()
+{
+    const zek::SZEKHeader& header = m_Sink.GetHeader();
+    m_Result.version = header.version;
+    m_Result.markerFrom = static_cast<unsigned char>(header.processedMarkerValue);
+    m_Result.isMarkerSet = header.processedMarker.offset >= 0 && m_Result.markerFrom != MarkerValue;
+    if (m_Result.isMarkerSet)
+        m_Patches.push_back({header.processedMarker.offset, MarkerValue});
+
+    CVariantSearch search(m_Folder, m_Options.isCubemapFolders);
+    for (SMarkItem& item : m_Sink.GetItems())
+    {
+        const zek::FamilyFlags isPresent = search.Find(item.kind, item.index, item.name);
+        SMarkCount& count = m_Result.counts[static_cast<std::size_t>(item.kind)];
+        ++count.items;
+        for (std::size_t family = 0; family < isPresent.size(); ++family)
+        {
+            item.to[family] = isPresent[family] ? 1 : 0;
+            count.variants[family] += item.to[family];
+            if (item.to[family] != item.from[family])
+                m_Patches.push_back(
+                    {item.offset + static_cast<std::int64_t>(family), item.to[family]});
+        }
+        if (item.to != item.from)
+            m_Result.changes.push_back(item);
+    }
+}
+
+bool CMarker::Write()
+{
+    if (!m_Options.outputPath.empty())
+        return WriteOutput();
+    return m_Patches.empty() && !m_Options.isAlways ? Succeed() : WriteInPlace();
+}
+
+bool CMarker::WriteInPlace()
+{
+    if (!IsSettled())
+        return false;
+    m_File.Close(); // nobody may have it open, to get it alone
+    CRandomAccessFile file;
+    if (!file.OpenToWrite(m_Path))
+        return Fail("cannot be opened for writing: " + file.GetError()) && !file.IsBusy();
+    if (file.GetState() != m_File.GetState() || (file.IsBusy() && m_IsPatient))
+        return false;
+    if (!WritePatches(file) || (m_Options.isAlways && !file.Touch()))
+        return Fail("cannot be written: " + file.GetError());
+    return Succeed();
+}
+
+bool CMarker::WriteOutput()
+{
+    CRandomAccessFile old;
+    const filesystem::SFileState& state = m_File.GetState();
+    if (old.Open(m_Options.outputPath) && old.GetState().device == state.device &&
+        old.GetState().inode == state.inode)
+        return Fail("the output is the model itself");
+
+    const auto failToWrite = [&](const std::string& error)
+    { return Fail("\"" + m_Options.outputPath + "\" cannot be written: " + error); };
+    CReplacementFile output(m_Options.outputPath);
+    if (!output.Create())
+        return failToWrite(output.GetError());
+    bool isReadWhole = true;
+    if (!CopyTo(output.GetFile(), isReadWhole) || !WritePatches(output.GetFile()))
+        return failToWrite(output.GetFile().GetError());
+    if (!IsSettled() || !m_File.IsUnchanged())
+        return false;
+    if (!isReadWhole)
+        return Fail("cannot be read to its end");
+    return output.Replace() ? Succeed() : failToWrite(output.GetError());
+}
+
+bool CMarker::CopyTo(CRandomAccessFile& output, bool& isReadWhole)
+{
+    constexpr std::int64_t largestPiece = 256 * 1024;
+    std::vector<unsigned char> piece(
+        static_cast<std::size_t>(std::min(largestPiece, m_File.GetSize())));
+    isReadWhole = true;
+    for (std::int64_t pos = 0; pos < m_File.GetSize() && isReadWhole; pos += largestPiece)
+    {
+        const std::int64_t size = std::min(largestPiece, m_File.GetSize() - pos);
+        isReadWhole = m_File.Read(pos, piece.data(), size) == size;
+        if (isReadWhole && !output.Write(pos, piece.data(), size))
+            return false;
+    }
+    return true;
+}
+
+bool CMarker::WritePatches(CRandomAccessFile& file)
+{
+    std::vector<unsigned char> run; // of adjacent bytes, which are written at once
+    for (std::size_t i = 0; i < m_Patches.size(); ++i)
+    {
+        run.push_back(m_Patches[i].byte);
+        const std::int64_t next = m_Patches[i].offset + 1;
+        if (i + 1 < m_Patches.size() && m_Patches[i + 1].offset == next)
+            continue;
+        const auto size = static_cast<std::int64_t>(run.size());
+        if (!file.Write(next - size, run.data(), size))
+            return false;
+        run.clear();
+    }
+    return true;
+}
+
+bool CMarker::WriteDepfile()
+{
+    CDepfile depfile(m_Folder);
+    CVariantSearch search(m_Folder, m_Options.isCubemapFolders);
+    for (const SMarkItem& item : m_Sink.GetItems())
+        search.ForEachPath(
+            item.kind, item.index, item.name,
+            [&](const std::string& path) { depfile.AddVariant(path); });
+
+    const std::string& target = m_Options.outputPath.empty() ? m_Path : m_Options.outputPath;
+    std::string reason;
+    if (depfile.Write(m_Options.depfilePath, target, reason))
+        return true;
+    Fail(reason);
+    return false;
+}
+
+bool CMarker::Succeed()
+{
+    m_Result.outcome = m_Patches.empty() ? SMarkResult::Unchanged : SMarkResult::Changed;
+    m_Result.reason.clear();
+    return true;
+}
+
+bool CMarker::Fail(const std::string& reason)
+{
+    m_Result.outcome = SMarkResult::Failed;
+    m_Result.reason = reason;
+    return true;
+}
+
+SMarkResult MarkUntilUndisturbed(const std::string& path, const SMarkOptions& options)
+{
+    using std::chrono::milliseconds;
+    constexpr milliseconds longestPause(1024);
+    constexpr milliseconds patience(32);
+    for (milliseconds pause(1);; pause *= 2)
+    {
+        CMarker marker(path, options, pause < patience);
+        if (marker.Mark() || pause > longestPause)
+            return std::move(marker.GetResult());
+        std::this_thread::sleep_for(
+            std::max<std::chrono::nanoseconds>(pause, marker.GetTimeToSettle()));
+    }
+}
+
+} // namespace
+
+SMarkResult Mark(const std::string& path, const SMarkOptions& options)
+{
+    try
+    {
+        return MarkUntilUndisturbed(path, options);
+    }
+    catch (const std::exception& exception)
+    {
+        SMarkResult result;
+        result.reason = std::string("cannot be marked: ") + exception.what();
+        return result;
+    }
+}
+
+} // namespace zektool

@@ -1,0 +1,93 @@
+#include "ZekTool/Models/CModelList.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "ZekTool/Models/ModelSearch.h"
+#include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Interrupt.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+std::string MakeNoModelError(const std::string& folder, const std::vector<std::string>& patterns)
+{
+    return fmt::format(
+        "{}: no file below it is named {}; --name PATTERN takes others", MakeShowable(folder),
+        MakeShowable(fmt::to_string(fmt::join(patterns, " or "))));
+}
+
+} // namespace
+
+CModelList::CModelList(const std::vector<std::string>& paths, std::vector<std::string> patterns)
+    : m_Patterns(std::move(patterns))
+{
+    std::vector<std::string> errors;
+    for (const std::string& path : paths)
+    {
+        const std::size_t count = FindModels(path, m_Patterns, m_Models);
+        if (count == 0 && !IsInterrupted())
+            errors.push_back(MakeNoModelError(path, m_Patterns));
+        else if (count == 1 && m_Models.back().path == path && !m_Models.back().error.empty())
+            errors.push_back(MakeShowable(path) + ": " + m_Models.back().error);
+    }
+    if (!errors.empty())
+        throw CUsageError(fmt::to_string(fmt::join(errors, "\nzek: ")));
+    m_IsSeveral = paths.size() > 1 || m_Models.size() != 1 || m_Models.front().path != paths[0];
+}
+
+CModelList::CModelList(std::unique_ptr<CPathReader> reader, std::vector<std::string> patterns)
+    : m_Patterns(std::move(patterns))
+    , m_Reader(std::move(reader))
+{
+}
+
+bool CModelList::Next(SModelPath& model)
+{
+    if (NextKnown(model))
+        return true;
+    std::string path;
+    if (!m_Reader || !m_Reader->Next(path))
+        return false;
+    m_Models.clear();
+    m_Next = 0;
+    if (FindModels(path, m_Patterns, m_Models) == 0)
+        m_Models.push_back({path, 0, "no model below it"});
+    return NextKnown(model);
+}
+
+bool CModelList::NextKnown(SModelPath& model)
+{
+    if (m_Next == m_Models.size())
+        return false;
+    model = std::move(m_Models[m_Next++]);
+    return true;
+}
+
+std::optional<std::string> CModelList::FindRepeatedName() const
+{
+    std::vector<std::string_view> names;
+    for (const SModelPath& model : m_Models)
+        names.push_back(model.GetName());
+    std::sort(names.begin(), names.end());
+    const auto repeated = std::adjacent_find(names.begin(), names.end());
+    if (repeated == names.end())
+        return std::nullopt;
+    return std::string(*repeated);
+}
+
+std::string CModelList::GetError() const
+{
+    return m_Reader && m_Reader->GetError() != 0 ? std::strerror(m_Reader->GetError()) : "";
+}
+
+} // namespace zektool

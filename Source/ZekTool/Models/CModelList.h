@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ZekTool/Models/CPathReader.h"
+#include "ZekTool/Models/SModelPath.h"
+
+namespace zektool
+{
+
+/// The models that are worked on, in their order.
+class CModelList
+{
+public:
+    /// All that paths of the command line stand for. Throws `CUsageError` when one does not exist
+    /// or is a folder without a model, after looking at all of them.
+    CModelList(const std::vector<std::string>& paths, std::vector<std::string> patterns);
+
+    /// What the paths stand for that a reader reads, each looked at when it is its turn.
+    CModelList(std::unique_ptr<CPathReader> reader, std::vector<std::string> patterns);
+
+    /// Takes the next model. False at the end.
+    bool Next(SModelPath& model);
+
+    /// Takes the next of the models that need no more reading. False when none is left.
+    bool NextKnown(SModelPath& model);
+
+    /// The number of all models, or 0 when it is not known.
+    std::size_t GetTotal() const { return m_Reader ? 0 : m_Models.size(); }
+
+    /// True for more than one path, or one that is a folder.
+    bool IsSeveral() const { return m_IsSeveral; }
+
+    /// Returns a name (see `SModelPath::GetName`) that two of the known models have, or nothing.
+    std::optional<std::string> FindRepeatedName() const;
+
+    /// Why the reader could not read on, or empty.
+    std::string GetError() const;
+
+private:
+    std::vector<std::string> m_Patterns;
+    std::unique_ptr<CPathReader> m_Reader;
+    std::vector<SModelPath> m_Models;
+    std::size_t m_Next = 0;
+    bool m_IsSeveral = true;
+};
+
+} // namespace zektool

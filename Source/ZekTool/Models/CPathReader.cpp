@@ -1,0 +1,75 @@
+#include "ZekTool/Models/CPathReader.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Interrupt.h"
+#include "ZekTool/Output/Text.h"
+
+namespace zektool
+{
+
+CPathReader::CPathReader(const std::string& path)
+    : m_Descriptor(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC))
+{
+    if (m_Descriptor < 0)
+        throw CUsageError(MakeShowable(path) + ": " + std::strerror(errno));
+}
+
+CPathReader::~CPathReader()
+{
+    if (m_Descriptor != STDIN_FILENO)
+        close(m_Descriptor);
+}
+
+bool CPathReader::Next(std::string& path)
+{
+    for (;;)
+    {
+        const std::size_t end = m_Buffer.find('\0', m_Start);
+        if (end != std::string::npos)
+        {
+            path.assign(m_Buffer, m_Start, end - m_Start);
+            m_Start = end + 1;
+            return true;
+        }
+        if (!Fill())
+            break;
+    }
+    if (m_Error != 0 || IsInterrupted() || m_Start == m_Buffer.size())
+        return false;
+    path.assign(m_Buffer, m_Start);
+    m_Start = m_Buffer.size();
+    return true;
+}
+
+/// Appends what comes next to what has not been taken. False at the end, after Ctrl-C and after an
+/// error.
+bool CPathReader::Fill()
+{
+    constexpr std::size_t readSize = 65536;
+    constexpr int milliseconds = 100;
+    // Whoever writes into a pipe may take his time, and Ctrl-C has to be seen meanwhile.
+    pollfd request = {m_Descriptor, POLLIN, 0};
+    while (poll(&request, 1, milliseconds) <= 0)
+    {
+        if (IsInterrupted())
+            return false;
+    }
+
+    m_Buffer.erase(0, m_Start);
+    m_Start = 0;
+    const std::size_t left = m_Buffer.size();
+    m_Buffer.resize(left + readSize);
+    const ssize_t count = read(m_Descriptor, m_Buffer.data() + left, readSize);
+    m_Error = count < 0 ? errno : 0;
+    m_Buffer.resize(left + (count > 0 ? static_cast<std::size_t>(count) : 0));
+    return count > 0;
+}
+
+} // namespace zektool

@@ -1,0 +1,58 @@
+#include "ZekTool/Output/CProgress.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace zektool
+{
+
+namespace
+{
+
+bool IsTerminalThatMovesItsCursor()
+{
+    const char* terminal = std::getenv("TERM");
+    return isatty(STDERR_FILENO) != 0 && terminal != nullptr &&
+           std::string_view(terminal) != "dumb";
+}
+
+} // namespace
+
+std::string MakeProgressLine(const STally& tally, std::size_t total, double seconds)
+{
+    const std::size_t done = tally.GetDone();
+    std::string line =
+        total == 0 ? fmt::format("{} done", done) : fmt::format("{} of {} done", done, total);
+    line += fmt::format(", {} failed", tally.failed);
+    if (done == 0 || seconds <= 0)
+        return line;
+    const double rate = static_cast<double>(done) / seconds;
+    line += fmt::format(", {:.0f} a second", rate);
+    if (total > done)
+        line += fmt::format(", {:.0f} s left", static_cast<double>(total - done) / rate);
+    return line;
+}
+
+CProgress::CProgress() : m_IsTerminal(IsTerminalThatMovesItsCursor()) {}
+
+void CProgress::Show(const STally& tally, std::size_t total)
+{
+    if (!m_IsTerminal)
+        return;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_Start;
+    fmt::print(stderr, "\r{}\033[K", MakeProgressLine(tally, total, elapsed.count()));
+    m_IsShown = true;
+}
+
+void CProgress::Clear()
+{
+    if (m_IsShown)
+        std::fputs("\r\033[K", stderr);
+    m_IsShown = false;
+}
+
+} // namespace zektool

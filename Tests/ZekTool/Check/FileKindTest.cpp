@@ -1,0 +1,24 @@
+#include "ZekTool/Check/FileKind.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using zektool::DescribeFileKind;
+
+TEST(FileKind, IsTakenFromTheFirstBytes)
+{
+    EXPECT_EQ("a PNG picture", DescribeFileKind("\x89PNG\r\n"));
+    EXPECT_EQ(
+        "a program", DescribeFileKind("\x7F"
+                                      "ELF\x02"));
+    EXPECT_EQ("a gzip archive", DescribeFileKind("\x1F\x8B"));
+    EXPECT_EQ("text", DescribeFileKind("<html>\n\t\xC3\xA9"));
+    EXPECT_EQ(
+        "data that starts with \"\\x01abc\"", DescribeFileKind("\x01"
+                                                               "abcdef"));
+    EXPECT_EQ("data that starts with \"\\x02\"", DescribeFileKind("\x02"));
+}
+
+} // namespace
