@@ -122,10 +122,5 @@ quietly make
 ./ListMeshes "$mesh_model" >meshes
 expect "mesh: vertices 3, triangles 1" sed -n 1p meshes
 expect "texture first.png" grep first meshes
-# Every library in one command, in the order that a linker wants.
-read -ra words < <(pkg-config --cflags --libs zektexcomp)
-quietly g++ -std=c++17 ../ShowFlags.cpp -o ShowFlags "${words[@]}"
-./ShowFlags "$model" >flags
-expect "texture 000                    1       1       1       1" sed -n 2p flags
 
 printf '\nWhat is installed works.\n'

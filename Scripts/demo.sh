@@ -1,68 +1,59 @@
 #!/usr/bin/env bash
-# Builds ZEKTexComp and shows its main job: which flags it sets in a model, and what it prints.
+# Builds zek and ZEKTexComp and shows what they do.
 #
-#     Scripts/demo.sh          on a sample model, written for the purpose
-#     Scripts/demo.sh MODEL    on a model of yours, which is rewritten in place
+#     Scripts/demo.sh          with a sample model, written for the purpose
+#     Scripts/demo.sh PATH     with a model of yours, or all below a folder; their flags are set
 set -euo pipefail
 
-# Says why there is nothing to show and ends the script.
-refuse() {
-    echo "$*" >&2
-    exit 1
-}
-
 if [ $# -gt 1 ]; then
-    echo "usage: Scripts/demo.sh [MODEL]" >&2
+    echo "usage: Scripts/demo.sh [PATH]" >&2
     exit 2
 fi
-if [ $# -eq 1 ]; then
-    [ ! -d "$1" ] || refuse "$1 is a folder: name a ZEK model."
-    [ -f "$1" ] || refuse "There is no regular file $1: name a ZEK model."
-    [ -r "$1" ] || refuse "$1 cannot be read."
-    folder=$(cd -- "$(dirname -- "$1")" && pwd)
-    name=$(basename -- "$1")
-fi
-cd "$(dirname "$0")/.."
-. Scripts/packages.sh
-programs=$PWD/build
+root=$(cd "$(dirname "$0")/.." && pwd)
+. "$root/Scripts/packages.sh"
+. "$root/Scripts/checking.sh"
 
-need_packages cmake g++ make
+# Shows a command and what it prints. Its exit status is in status, and 2 ends the script: then there
+# is nothing to work on.
+show() {
+    say "$*"
+    status=0
+    "$@" || status=$?
+    echo "exit status $status"
+    [ "$status" -ne 2 ] || exit 2
+}
+
+need_packages cmake g++ make "${zek_packages[@]}"
 
 say "Building (in build/)"
-cmake -S . -B build >build-demo.log 2>&1 \
-    && cmake --build build --parallel --target ZEKTexComp WriteSample ShowFlags >>build-demo.log 2>&1 \
-    || { cat build-demo.log; echo "The build failed: see above." >&2; exit 1; }
-rm build-demo.log
+quietly cmake -S "$root" -B "$root/build" -DZEK_BUILD_TOOL=ON
+quietly cmake --build "$root/build" --parallel "$(nproc)" --target zek ZEKTexComp WriteSample
+PATH=$root/build:$root/build/Examples:$PATH
 
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
+path=${1-sample}
 if [ $# -eq 0 ]; then
-    "$programs/Examples/WriteSample" "$scratch/sample"
-    folder=$scratch/sample
-    name=model.zek
-    say "The sample folder"
-    (cd "$folder" && find . -type f | sed 's,^\./,    ,' | sort)
+    cd "$scratch"
+    WriteSample sample
+    cp -r sample copy
+    say "A sample: a model, and compressed variants of its textures"
+    find sample -type f | sort
 fi
-# In the model's own folder, so that no name on the way there is misread as Shift_JIS.
-cd -- "$folder"
-cp -- "$name" "$scratch/before"
 
-say "What ZEKTexComp prints for $name"
-status=0
-"$programs/ZEKTexComp" "$name" >"$scratch/output" || status=$?
-sed 's/^/    /' "$scratch/output"
-echo "    exit status $status"
+show zek check --max-findings 5 -- "$path"
+show zek mark -n -- "$path"
+show zek mark -- "$path"
+show zek check --max-findings 5 -- "$path"
+
+if [ $# -eq 0 ]; then
+    say "ZEKTexComp does that for one model, in whose folder it is run. A copy of the sample:"
+    (cd copy && ZEKTexComp model.zek)
+    cmp copy/model.zek sample/model.zek || fail "They have made different models."
+    echo "It has made the same model as zek, byte for byte."
+fi
 
 if [ "$status" -eq 0 ]; then
-    say "Its flags, before -> after"
-    "$programs/Examples/ShowFlags" "$scratch/before" "$name" | sed 's/^/    /'
-elif ! grep -q '^Exist' "$scratch/output"; then
-    say "The file is as it was, since ZEKTexComp does not take it"
-    "$programs/Examples/ShowFlags" "$name" || true
-elif cmp -s -- "$name" "$scratch/before"; then
-    say "The file is as it was: it could not be written"
+    printf '\nEvery flag is true: zek check finds no error any more.\n'
 else
-    trap - EXIT
-    say "The file is cut short: it could not be written whole. $scratch/before is as it was"
+    printf '\nNot all is well: the errors above say what to do.\n'
 fi
 exit "$status"
