@@ -107,8 +107,8 @@ void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurvey
             [&]
             {
                 return std::to_string(seen.thereCount) + " of " + std::to_string(items.size()) +
-                       " " + GetSection(kind) + " have a " + GetFamilyName(family) +
-                       " variant, and this is the first that has none";
+                       " " + GetSection(kind) + " have a variant in " + GetFamilyName(family) +
+                       ", and this is the first that has none";
             });
     }
 }

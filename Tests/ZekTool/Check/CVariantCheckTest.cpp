@@ -160,8 +160,8 @@ TEST_F(CVariantCheck, FindsAFamilyThatOnlySomeHave)
     m_Folder.Write("tex_dxt/000.dds", "variant");
     m_Folder.Write("tex_dxt/002.dds", "variant");
     EXPECT_EQ(
-        (Lines{"warning: texture 1 \"wall.png\": flags[3] at 0x35: 2 of 3 textures have a DXT "
-               "variant, and this is the first that has none; make the missing variants "
+        (Lines{"warning: texture 1 \"wall.png\": flags[3] at 0x35: 2 of 3 textures have a "
+               "variant in DXT, and this is the first that has none; make the missing variants "
                "[partial-family]"}),
         Check(MakeModelWithTextures({OnlyDXT, None, OnlyDXT})));
     EXPECT_EQ(m_Folder.GetPath("tex_dxt/001.dds"), m_Result.findings[0].path);
