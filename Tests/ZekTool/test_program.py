@@ -148,6 +148,15 @@ class Names(ProgramTest):
         objects = read_json("info", run("info", "--json", path).stdout)
         self.assertEqual(names, [self.decode(t["name"]) for t in objects[0]["textures"]])
 
+    def test_of_a_texture_that_is_cut(self):
+        for name in UNFRIENDLY:
+            model = make_model(names=[name])
+            path = self.write(b"cut.zek", model[: model.index(name) + len(name) + 1])
+            for command in ("info", "dump", "check", "mark"):
+                text = run(command, path).stdout.decode()
+                self.assertIn("texture 0", text)
+                self.assertNotIn("\x1b", text)
+
 
 class Lists(ProgramTest):
     def setUp(self):

@@ -97,7 +97,7 @@ public:
 
     void PrintRefusal(const std::string& reason) override
     {
-        Write(fmt::format("{}: failed: {}\n", MakeShowable(m_Line.paths.front()), reason));
+        Write(MakeFailureLine(m_Line.paths.front(), EOutcome::Failed, reason));
     }
 
 private:
