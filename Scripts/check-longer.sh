@@ -13,9 +13,13 @@ check "compilers" Scripts/test-compilers.sh
 check "recipe" Scripts/check-recipe.sh
 # The whole build, and all tests many times slower.
 check "memcheck" Scripts/test-valgrind.sh
+# A part of the build, and the tests of zek some times slower.
+check "threads" Scripts/test-threads.sh
+# The whole build, and a minute in which a model is marked, replaced and cut by many at once.
+check "concurrency" env ZEK_CONCURRENCY_SECONDS=60 Scripts/test.sh -R MarkConcurrencyTest
 # Three cross compilers with their libraries, the whole build three times, all tests under emulation.
 check "foreign processors" Scripts/test-foreign.sh
-# Ten minutes for each of five fuzzers.
+# Ten minutes for each of six fuzzers.
 check "fuzzers" Scripts/fuzz.sh 600
 # 1.5 GB of models, and a machine that does nothing else meanwhile.
 check "benchmarks" Scripts/benchmark.sh
