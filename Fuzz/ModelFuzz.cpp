@@ -1,19 +1,21 @@
 // Runs the whole pass over a model file in memory, beside a folder with some variants. An
 // independent reading of the file says what must come of it.
 
-#include <array>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "FuzzTarget.h"
 #include "Support/CModelMap.h"
-#include "Support/CTemporaryFolder.h"
+#include "VariantFolder.h"
 #include "ZEKFormat/CZEKVisitor.h"
 #include "ZEKFormat/SZEKRefusal.h"
 #include "ZEKOverwriter/CZEKModel.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
+using fuzz::Extensions;
+using fuzz::Families;
+using fuzz::GetVariantFolder;
 using fuzz::Require;
 using testsupport::CModelMap;
 
@@ -22,43 +24,9 @@ namespace
 
 using Bytes = std::vector<unsigned char>;
 
-constexpr std::array<const char*, 4> Families = {"pvrtc", "etc", "astc", "dxt"};
-constexpr std::array<const char*, 4> Extensions = {".pvr", ".pvr", ".pvr", ".dds"};
-
-/// A folder with every third of the variants that the seeds' models could have.
-const testsupport::CTemporaryFolder& GetFolder()
-{
-    static const testsupport::CTemporaryFolder folder;
-    return folder;
-}
-
-void WriteVariants()
-{
-    int count = 0;
-    for (std::size_t family = 0; family < Families.size(); ++family)
-    {
-        const std::string textures = std::string("tex_") + Families[family] + "/";
-        for (const char* stem : {"000", "001", "LightMap000", "LightMap001"})
-        {
-            if (count++ % 3 == 0)
-                GetFolder().Write(textures + stem + Extensions[family], std::string());
-        }
-        const std::string cubemaps = std::string("tex_reflection_cube_") + Families[family] + "\\";
-        for (const char* probe : {"0", "1", "Probe", "Hall"})
-        {
-            const int faceCount = count++ % 3 == 0 ? 6 : 5;
-            for (int face = 0; face < faceCount; ++face)
-                GetFolder().Write(
-                    cubemaps + probe + "\\reflection_cube_" + std::to_string(face) +
-                        Extensions[family],
-                    std::string());
-        }
-    }
-}
-
 bool IsOpening(const std::string& name)
 {
-    return std::ifstream(GetFolder().GetPath(name)).is_open();
+    return std::ifstream(GetVariantFolder().GetPath(name)).is_open();
 }
 
 std::string MakeTextureName(std::size_t index)
@@ -121,7 +89,7 @@ Bytes GetExpected(const Bytes& image, const CModelMap& map)
 bool Overwrite(Bytes& image)
 {
     zek::CZEKOverwriter overwriter;
-    return overwriter.OverwriteImage(image, GetFolder().GetPath("model.zek"));
+    return overwriter.OverwriteImage(image, GetVariantFolder().GetPath("model.zek"));
 }
 
 /// Checks that the fields lie side by side from the first byte on.
@@ -177,7 +145,6 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     // The count lines of each run would be most of the time.
     if (std::freopen("/dev/null", "w", stdout) == nullptr)
         return 1;
-    WriteVariants();
     return 0;
 }
 

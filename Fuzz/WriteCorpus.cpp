@@ -137,7 +137,8 @@ int main(int argc, char* argv[])
         return 1;
     }
     const std::filesystem::path folder = argv[1];
-    WriteModels(folder / "ModelFuzz");
+    for (const char* fuzzer : {"ModelFuzz", "ZekFuzz"})
+        WriteModels(folder / fuzzer);
     WriteSections(folder / "WalkersFuzz");
     WriteTexts(folder / "TextFuzz");
     WriteCharacters(folder / "CharacterCodeFuzz");

@@ -16,6 +16,11 @@ say "Building the fuzzers (in build/fuzz)"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 
+# The models that a fuzzer writes to files stay in memory, where the system has a folder for that.
+if [ -w /dev/shm ]; then
+    export TMPDIR=/dev/shm
+fi
+
 status=0
 for corpus in Fuzz/Corpus/*/; do
     fuzzer=$(basename "$corpus")
@@ -24,7 +29,7 @@ for corpus in Fuzz/Corpus/*/; do
     say "$fuzzer, $seconds seconds"
     dictionary=()
     case $fuzzer in
-    ModelFuzz | WalkersFuzz) dictionary=(-dict=Fuzz/Model.dict) ;;
+    ModelFuzz | WalkersFuzz | ZekFuzz) dictionary=(-dict=Fuzz/Model.dict) ;;
     esac
     # Memory and time of a single input are bounded as well.
     if "build/fuzz/Fuzz/$fuzzer" -max_total_time="$seconds" -max_len=16384 -timeout=10 \
