@@ -209,6 +209,26 @@ TEST_F(CReferenceSink, FindsPositionsThatAreNone)
         UpToValue(CheckWithFloat(model, "colliderMesh.vertices.position", 2, 1, -INFINITY)));
 }
 
+TEST_F(CReferenceSink, NamesTheFirstPositionOfEachArrayThatIsNone)
+{
+    SModel model = MakeModelWithNodes({});
+    model.meshes[0].morphNames = {"smile"};
+    const CModelBuilder builder = CModelBuilder::Build(model);
+    Bytes image = builder.GetImage();
+    for (const char* field : {"meshes.vertices.position", "positions"})
+    {
+        for (int n : {1, 2})
+            std::fill_n(
+                image.begin() + static_cast<std::ptrdiff_t>(builder.GetOffset(field, n)), 4,
+                static_cast<unsigned char>(0xFF));
+    }
+    m_Options.isDeep = true;
+    const Lines lines = Check(image);
+    ASSERT_EQ(2U, lines.size());
+    EXPECT_NE(std::string::npos, lines[0].find("vertices[1].position"));
+    EXPECT_NE(std::string::npos, lines[1].find("morphs[0].positions[1]"));
+}
+
 TEST_F(CReferenceSink, LooksAtIndicesOf32Bits)
 {
     SModel model = MakeModelWithNodes({});

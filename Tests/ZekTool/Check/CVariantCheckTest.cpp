@@ -134,6 +134,14 @@ TEST_F(CVariantCheck, SaysThatFacesLieInFoldersUnlessTheseAreAskedFor)
     EXPECT_TRUE((Check(), m_Result.HasError())) << "faces of both kinds make no variant together";
 }
 
+TEST_F(CVariantCheck, SaysSoOfTheLastFaceAloneToo)
+{
+    m_Folder.Write("tex_reflection_cube_dxt/Hall/reflection_cube_5.dds", "face");
+    const Lines lines = Check(MakeModelWithProbe(None));
+    ASSERT_EQ(1U, lines.size());
+    EXPECT_NE(std::string::npos, lines[0].find("[cubemap-in-folders]"));
+}
+
 TEST_F(CVariantCheck, SaysWhatElseLiesInThePlaceOfAVariant)
 {
     m_Folder.Write("tex_pvrtc/000.pvr", "");
