@@ -24,7 +24,7 @@ CZEKFileSource::CZEKFileSource(filesystem::CRandomAccessFile& file)
 
 bool CZEKFileSource::Refill(std::int64_t size)
 {
-    const bool isGoingOn = m_Pos >= m_WindowPos && m_Pos <= m_WindowEnd && m_WindowEnd > 0;
+    const bool isGoingOn = m_WindowEnd > 0 && m_Pos <= m_WindowEnd; // a walk never goes back
     m_ReadSize = isGoingOn ? std::min(2 * m_ReadSize, LargestReadSize) : SmallestReadSize;
     const std::int64_t wanted = std::min(std::max(m_ReadSize, size), GetLeft());
     if (static_cast<std::int64_t>(m_Window.size()) < wanted)

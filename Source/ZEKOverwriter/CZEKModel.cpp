@@ -21,9 +21,8 @@ constexpr int NoColliderMesh = -1;
 
 std::array<int, CompressionFamilyCount> GetFlags(const SZEKPlace& flags)
 {
-    std::array<int, CompressionFamilyCount> values = {};
-    if (flags.address != nullptr)
-        std::copy_n(flags.address, values.size(), values.begin());
+    std::array<int, CompressionFamilyCount> values;
+    std::copy_n(flags.address, values.size(), values.begin());
     return values;
 }
 
@@ -147,9 +146,9 @@ public:
     void Texture(const SZEKTexture& texture)
     {
         const auto flags = GetFlags(texture.flags);
-        const auto* end = texture.flags.address == nullptr ? flags.begin() : flags.end();
         m_Model.m_TextureList.emplace_back(
-            std::string(texture.name), texture.clamp == 1, std::vector<int>(flags.begin(), end));
+            std::string(texture.name), texture.clamp == 1,
+            std::vector<int>(flags.begin(), flags.end()));
     }
 
     void Bone(std::string_view name) { m_Model.m_BoneNameList.emplace_back(name); }

@@ -63,7 +63,6 @@ public:
     /// third is not kept.
     const std::vector<CZEKMaterial>& GetMaterialList() const { return m_MaterialList; }
 
-    /// A texture has four ints in its list of compressed variants, or none before version 5.
     const std::vector<CZEKTexture>& GetTextureList() const { return m_TextureList; }
 
     const std::vector<std::string>& GetBoneNameList() const { return m_BoneNameList; }

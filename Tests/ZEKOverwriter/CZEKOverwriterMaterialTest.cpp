@@ -93,6 +93,24 @@ float ReadOffsetV(int version, float scaleV, float offsetV)
     return ReadTransform(version, 1.0f, scaleV, 0.0f, offsetV).offset.v;
 }
 
+TEST(CZEKOverwriterMaterial, OneMaterialIsWalkedByItself)
+{
+    for (int version : {OldestVersion, 14, 25})
+    {
+        CModelBuilder builder(version);
+        builder.AddMaterial(MakeMaterial(6));
+        const Bytes image = builder.GetImage();
+        testsupport::ExpectSize(SizeOf(image), &CZEKOverwriter::AnalyseMaterial, image, version);
+    }
+}
+
+TEST(CZEKOverwriterMaterial, ShaderParametersAreWalkedByThemselves)
+{
+    const Walker walker = [](CZEKOverwriter& overwriter, auto& reader, int version)
+    { return overwriter.AnalyseShaderParameters(reader, version, zek::EZEKShaderType::Shader6); };
+    testsupport::ExpectSize(8, walker, Bytes(8), 25);
+}
+
 } // namespace
 
 TEST(CZEKOverwriterMaterialList, CountOfZeroOrLessIsAnEmptySection)

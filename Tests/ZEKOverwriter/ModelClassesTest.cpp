@@ -1,6 +1,7 @@
 // The classes that hold what a model file holds: each keeps what its constructor is given.
 
 #include <type_traits>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -108,8 +109,10 @@ template <typename Class, typename Check>
 void ExpectCopiesAreAlike(const Class& object, const Class& other, const Check& check)
 {
     check(object);
-    const Class copy(object);
+    Class copy(object);
     check(copy);
+    const Class moved(std::move(copy));
+    check(moved);
     Class assigned = other;
     assigned = object;
     check(assigned);
