@@ -137,7 +137,7 @@ CVariantCheck::SVariant CVariantCheck::LookAt(const SItem& item, std::size_t fam
 {
     if (item.variant.kind != zek::EZEKItemKind::Cubemap)
         return LookAtFiles(item, family, m_Finder, m_HasTextureFolder[family]);
-    const SVariant variant = LookAtFiles(item, family, m_Finder, true);
+    SVariant variant = LookAtFiles(item, family, m_Finder, true);
     if (variant.isThere || !m_Options.isCubemapFolders)
         return variant;
     const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_HasCubemapFolder[family]);
