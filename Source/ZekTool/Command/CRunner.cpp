@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr std::size_t SlotsPerThread = 64;
-constexpr std::size_t MostWaitingBytes = 4 * 1024 * 1024;
+constexpr std::size_t MostWaitingBytes = std::size_t{4} * 1024 * 1024;
 constexpr std::chrono::milliseconds TickLength(100);
 
 } // namespace
