@@ -80,7 +80,7 @@ private:
 std::string ReadModelInfo(const std::string& path, SModelInfo& info)
 {
     filesystem::CRandomAccessFile file;
-    const std::string error = OpenModel(path, file);
+    std::string error = OpenModel(path, file);
     if (!error.empty())
         return error;
     info.size = file.GetSize();

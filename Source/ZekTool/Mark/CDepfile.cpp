@@ -41,6 +41,17 @@ bool AppendName(const std::string& name, std::string& text)
     return name.empty() || (name.back() != '\\' && name.back() != ':');
 }
 
+/// Writes a file as a whole. Returns why it cannot be written, or nothing.
+std::string WriteFile(const std::string& path, const std::string& text)
+{
+    CReplacementFile file(path);
+    if (!file.Create())
+        return file.GetError();
+    if (!file.GetFile().Write(0, text.data(), static_cast<std::int64_t>(text.size())))
+        return file.GetFile().GetError();
+    return file.Replace() ? "" : file.GetError();
+}
+
 } // namespace
 
 CDepfile::CDepfile(const std::string& modelFolder) : m_FolderLength(modelFolder.size())
@@ -80,18 +91,10 @@ bool CDepfile::Write(const std::string& path, const std::string& target, std::st
         return false;
     }
 
-    CReplacementFile file(path);
-    const auto size = static_cast<std::int64_t>(text.size());
-    if (!file.Create())
-        reason = file.GetError();
-    else if (!file.GetFile().Write(0, text.data(), size))
-        reason = file.GetFile().GetError();
-    else if (!file.Replace())
-        reason = file.GetError();
-    else
-        return true;
-    reason = "the depfile \"" + path + "\" cannot be written: " + reason;
-    return false;
+    const std::string error = WriteFile(path, text);
+    if (!error.empty())
+        reason = "the depfile \"" + path + "\" cannot be written: " + error;
+    return error.empty();
 }
 
 } // namespace zektool

@@ -176,7 +176,7 @@ bool CMarker::WriteOutput()
 
 bool CMarker::CopyTo(CRandomAccessFile& output, bool& isReadWhole)
 {
-    constexpr std::int64_t largestPiece = 256 * 1024;
+    constexpr std::int64_t largestPiece = std::int64_t{256} * 1024;
     std::vector<unsigned char> piece(
         static_cast<std::size_t>(std::min(largestPiece, m_File.GetSize())));
     isReadWhole = true;
