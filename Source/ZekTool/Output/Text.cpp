@@ -19,8 +19,8 @@ struct SLead
 {
     unsigned char mask;
     unsigned char bits;
-    std::size_t size;
-    char32_t smallest; ///< a smaller code has a shorter form
+    unsigned char size; ///< of the character, in bytes
+    char32_t smallest;  ///< a smaller code has a shorter form
 };
 
 constexpr SLead Leads[] = {
@@ -60,7 +60,7 @@ SCharacter ReadCharacter(std::string_view bytes)
             code = code << 6 | (byte & 0x3FU);
         }
         const bool isValid = code >= lead.smallest && code <= LargestCode && !IsSurrogate(code);
-        return {code, isValid ? lead.size : 0};
+        return {code, isValid ? std::size_t{lead.size} : 0};
     }
     return {0, 0};
 }
