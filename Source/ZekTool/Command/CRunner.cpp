@@ -128,7 +128,7 @@ void CRunner::Print(const SModelPath& model, const SResult& result)
     if (m_Output.IsFullWith(result.output.size()))
         m_Progress.Clear();
     m_Output.Write(result.output);
-    m_Tally.Add(result.outcome, MakeShowable(model.path));
+    m_Tally.Add(result.outcome, model.path);
 }
 
 /// Shows ten times a second what there is to show, until the last worker has ended.

@@ -51,10 +51,10 @@ std::string MakeSummary(const CModelCommand& command, const STally& tally)
     if (tally.notDone > 0)
         text += fmt::format(", {} not done", tally.notDone);
     text += '\n';
-    for (const std::string& name : tally.failedNames)
-        text += "failed: " + name + '\n';
-    if (tally.failed > tally.failedNames.size())
-        text += fmt::format("failed: {} more\n", tally.failed - tally.failedNames.size());
+    for (const std::string& path : tally.failedPaths)
+        text += "failed: " + MakeShowable(path) + '\n';
+    if (tally.failed > tally.failedPaths.size())
+        text += fmt::format("failed: {} more\n", tally.failed - tally.failedPaths.size());
     return text;
 }
 

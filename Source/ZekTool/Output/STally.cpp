@@ -3,7 +3,7 @@
 namespace zektool
 {
 
-void STally::Add(EOutcome outcome, const std::string& name)
+void STally::Add(EOutcome outcome, const std::string& path)
 {
     switch (outcome)
     {
@@ -15,8 +15,8 @@ void STally::Add(EOutcome outcome, const std::string& name)
         break;
     case EOutcome::Failed:
         ++failed;
-        if (failedNames.size() < MostNames)
-            failedNames.push_back(name);
+        if (failedPaths.size() < MostPaths)
+            failedPaths.push_back(path);
         break;
     case EOutcome::NotDone:
         ++notDone;

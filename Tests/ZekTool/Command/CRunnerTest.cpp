@@ -144,8 +144,8 @@ TEST_F(CRunnerTest, OutcomesAreCounted)
     const STally tally = Run(command, 3);
     EXPECT_EQ(99U, tally.changed);
     EXPECT_EQ(101U, tally.failed);
-    EXPECT_EQ(101U, tally.failedNames.size());
-    EXPECT_EQ(folder.GetPath("models/1001"), tally.failedNames[0]);
+    EXPECT_EQ(101U, tally.failedPaths.size());
+    EXPECT_EQ(folder.GetPath("models/1001"), tally.failedPaths[0]);
     EXPECT_EQ("thrown\nnot enough memory\n", GetOutput());
 }
 

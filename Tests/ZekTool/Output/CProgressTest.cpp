@@ -23,12 +23,12 @@ TEST(CProgress, TheLineTellsWhatIsDoneFailedAndLeft)
 TEST(STally, KeepsNoMoreNamesThanItSays)
 {
     STally tally;
-    for (std::size_t i = 0; i < STally::MostNames + 5; ++i)
+    for (std::size_t i = 0; i < STally::MostPaths + 5; ++i)
         tally.Add(EOutcome::Failed, "name");
     tally.Add(EOutcome::NotDone, "name");
-    EXPECT_EQ(STally::MostNames, tally.failedNames.size());
-    EXPECT_EQ(STally::MostNames + 5, tally.GetDone());
-    EXPECT_EQ(STally::MostNames + 6, tally.GetTotal());
+    EXPECT_EQ(STally::MostPaths, tally.failedPaths.size());
+    EXPECT_EQ(STally::MostPaths + 5, tally.GetDone());
+    EXPECT_EQ(STally::MostPaths + 6, tally.GetTotal());
 }
 
 } // namespace
