@@ -32,4 +32,25 @@ constexpr int GetSize(EZEKFieldType type)
     return 1;
 }
 
+/// Returns the name of a type, as listings of a model show it.
+constexpr const char* GetName(EZEKFieldType type)
+{
+    switch (type)
+    {
+    case EZEKFieldType::Byte:
+        return "byte";
+    case EZEKFieldType::Short:
+        return "short";
+    case EZEKFieldType::Word:
+        return "word";
+    case EZEKFieldType::Int:
+        return "int";
+    case EZEKFieldType::Float:
+        return "float";
+    case EZEKFieldType::Text:
+        break;
+    }
+    return "text";
+}
+
 } // namespace zek

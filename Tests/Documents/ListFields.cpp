@@ -27,26 +27,6 @@ namespace
 constexpr std::int64_t VersionOffset = 4;
 constexpr std::int64_t OldSectionsOffset = 8;
 
-const char* GetName(zek::EZEKFieldType type)
-{
-    switch (type)
-    {
-    case zek::EZEKFieldType::Byte:
-        return "byte";
-    case zek::EZEKFieldType::Short:
-        return "short";
-    case zek::EZEKFieldType::Word:
-        return "word";
-    case zek::EZEKFieldType::Int:
-        return "int";
-    case zek::EZEKFieldType::Float:
-        return "float";
-    case zek::EZEKFieldType::Text:
-        break;
-    }
-    return "text";
-}
-
 void Print(
     std::string_view path,
     zek::EZEKFieldType type,

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -189,6 +190,16 @@ TEST(Visitor, HearsOfFilesOver4GiB)
     EXPECT_EQ(visitor.GetEnd() - 4, cutRefusal->offset);
     EXPECT_EQ(0u, cutRefusal->GetText().find("lightmaps: trailingInt at 0x12a05f2"))
         << cutRefusal->GetText();
+}
+
+TEST(EZEKFieldType, HasItsName)
+{
+    using Type = EZEKFieldType;
+    const std::pair<Type, std::string> names[] = {{Type::Byte, "byte"},   {Type::Short, "short"},
+                                                  {Type::Word, "word"},   {Type::Int, "int"},
+                                                  {Type::Float, "float"}, {Type::Text, "text"}};
+    for (const auto& [type, name] : names)
+        EXPECT_EQ(name, zek::GetName(type));
 }
 
 TEST(Field, GivesNumbersOfEveryType)

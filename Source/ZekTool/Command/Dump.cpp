@@ -24,26 +24,6 @@ struct SStopped
 {
 };
 
-std::string_view GetTypeName(zek::EZEKFieldType type)
-{
-    switch (type)
-    {
-    case zek::EZEKFieldType::Byte:
-        return "byte";
-    case zek::EZEKFieldType::Short:
-        return "short";
-    case zek::EZEKFieldType::Word:
-        return "word";
-    case zek::EZEKFieldType::Int:
-        return "int";
-    case zek::EZEKFieldType::Float:
-        return "float";
-    case zek::EZEKFieldType::Text:
-        break;
-    }
-    return "text";
-}
-
 /// Prints the fields of a section, or of all.
 class CDumper : public zek::CZEKVisitor
 {
@@ -103,7 +83,7 @@ public:
 private:
     void Print(const zek::SZEKField& field) override
     {
-        std::string type(GetTypeName(field.type));
+        std::string type(zek::GetName(field.type));
         if (field.count != 1)
             type += fmt::format("[{}]", field.count);
         PrintLine(field.offset, type, fmt::format("{} = {}", field.path, MakeValue(field)));
@@ -153,7 +133,7 @@ private:
         Write(MakeJsonLine(
             {{"offset", field.offset},
              {"size", field.size},
-             {"type", GetTypeName(field.type)},
+             {"type", zek::GetName(field.type)},
              {"path", field.path},
              {"value", MakeValue(field)}}));
     }

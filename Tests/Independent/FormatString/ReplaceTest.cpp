@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "Independent/FormatString/FormatString.h"
+#include "Support/LeadByte.h"
 
 using formatstring::Replace;
+using testsupport::IsLeadByte;
 using namespace std::string_literals;
 
 static_assert(std::is_same_v<
@@ -14,12 +16,6 @@ static_assert(std::is_same_v<
 
 namespace
 {
-
-bool IsLeadByte(char character)
-{
-    const int byte = static_cast<unsigned char>(character);
-    return (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
-}
 
 /// What `Replace` does, told by what stands at the front of the text.
 std::string ReplaceSlowly(const std::string& text, const std::string& from, const std::string& to)

@@ -25,19 +25,9 @@ using namespace mathtest;
 namespace
 {
 
-int CreateWhole(CRandom& random, int low, int high)
-{
-    return low + static_cast<int>(random.Below(static_cast<std::uint32_t>(high - low + 1)));
-}
-
 double TanOfDegrees(double degrees)
 {
     return std::tan(degrees * PiDouble / 180.0);
-}
-
-S4D Coefficients(const SPlane& plane)
-{
-    return S4D(plane.a, plane.b, plane.c, plane.d);
 }
 
 SMatrix CreateZeroMatrix()
@@ -83,8 +73,8 @@ const SScreen Sample = {800, 600, 1.0f, 100.0f, 90.0f};
 SScreen CreatePerspective(CRandom& random)
 {
     SScreen screen = {};
-    screen.width = CreateWhole(random, 1, 4096);
-    screen.height = CreateWhole(random, 1, 4096);
+    screen.width = random.Whole(1, 4096);
+    screen.height = random.Whole(1, 4096);
     screen.near = random.Between(0.1f, 10.0f);
     screen.far = screen.near + random.Between(1.0f, 1000.0f);
     screen.deg = random.Between(1.0f, 170.0f);
@@ -263,8 +253,8 @@ private:
 SScreen CreateFrustum(CRandom& random, std::pair<int, int> widths, std::pair<int, int> heights)
 {
     SScreen screen = {};
-    screen.width = CreateWhole(random, widths.first, widths.second);
-    screen.height = CreateWhole(random, heights.first, heights.second);
+    screen.width = random.Whole(widths.first, widths.second);
+    screen.height = random.Whole(heights.first, heights.second);
     screen.near = random.Between(0.5f, 5.0f);
     screen.far = screen.near + random.Between(10.0f, 200.0f);
     screen.deg = random.Between(30.0f, 120.0f);
@@ -516,8 +506,8 @@ TEST(CProjection, ResizeIsSetWithTheNewSize)
         CProjection projection = screen.Project();
         for (int resize = 0; resize < 3; ++resize)
         {
-            screen.width = CreateWhole(random, 1, 4096);
-            screen.height = CreateWhole(random, 1, 4096);
+            screen.width = random.Whole(1, 4096);
+            screen.height = random.Whole(1, 4096);
             projection.Resize(screen.width, screen.height);
         }
         ASSERT_TRUE(AreEqual(screen.Project().GetMatrix(), projection.GetMatrix()))
@@ -591,8 +581,8 @@ TEST(CProjection, PosOnNearPlaneFollowsItsFormulaToTheBit)
     {
         const SScreen screen = i % 2 == 0 ? CreatePerspective(random) : CreateOrthographic(random);
         const CProjection projection = screen.Project();
-        const int x = CreateWhole(random, 0, screen.width);
-        const int y = CreateWhole(random, 0, screen.height);
+        const int x = random.Whole(0, screen.width);
+        const int y = random.Whole(0, screen.height);
         const float scaleX = 1.0f / projection.GetMatrix().m[0][0];
         const float scaleY = 1.0f / projection.GetMatrix().m[1][1];
         const float left = -screen.near * scaleX;
@@ -614,8 +604,8 @@ TEST(CProjection, PosOnNearPlaneProjectsBackToThePixel)
     {
         const SScreen screen = CreatePerspective(random);
         const CProjection projection = screen.Project();
-        const int x = CreateWhole(random, 0, screen.width);
-        const int y = CreateWhole(random, 0, screen.height);
+        const int x = random.Whole(0, screen.width);
+        const int y = random.Whole(0, screen.height);
         const Eigen::RowVector3d projected =
             CalcProjected(ToDouble(projection.GetPosOnNearPlane(x, y)), projection.GetMatrix());
         ASSERT_NEAR((projected.x() + 1.0) / 2.0 * screen.width, x, 1e-6 * screen.width)
@@ -640,7 +630,7 @@ TEST(CProjection, OrthographicPosOnNearPlaneProjectsBackToThePixelWhenNearIsOne)
             screen.near = near;
             screen.far = 100.0f;
             const CProjection projection = screen.Project();
-            const int x = CreateWhole(random, 0, screen.width);
+            const int x = random.Whole(0, screen.width);
             const Eigen::RowVector3d projected =
                 CalcProjected(ToDouble(projection.GetPosOnNearPlane(x, 0)), projection.GetMatrix());
             ASSERT_NEAR(projected.x(), near * (2.0 * x / screen.width - 1.0), 1e-6 * near)

@@ -32,21 +32,6 @@ struct SCase
     std::string Print() const { return PrintInput(pos, radius, origin, direction); }
 };
 
-float CreateWhole(CRandom& random, int low, int high)
-{
-    return static_cast<float>(
-        low + static_cast<int>(random.Below(static_cast<std::uint32_t>(high - low + 1))));
-}
-
-/// Whole coordinates, with which every decision is exact.
-S3D CreateGridVector(CRandom& random, int limit)
-{
-    const float x = CreateWhole(random, -limit, limit);
-    const float y = CreateWhole(random, -limit, limit);
-    const float z = CreateWhole(random, -limit, limit);
-    return S3D(x, y, z);
-}
-
 S3D CreatePoint(CRandom& random)
 {
     return random.Vector3Between(-10.0f, 10.0f);
@@ -158,9 +143,9 @@ TEST(CSphere, AxisRaysOnTheGridAreDecidedExactly)
     for (int i = 0; i < RandomCases; ++i)
     {
         SCase ray = {
-            CreateGridVector(random, 3), CreateWhole(random, 0, 5), CreateGridVector(random, 6),
+            random.GridVector(3), static_cast<float>(random.Whole(0, 5)), random.GridVector(6),
             Forward};
-        if (CreateWhole(random, 0, 1) == 1.0f)
+        if (random.Whole(0, 1) == 1)
             ray.direction = Backward;
         // Whole numbers: every square is exact.
         const S3D offset = ray.origin - ray.pos;

@@ -19,6 +19,7 @@
 #include "Independent/Math3D/S4D.h"
 #include "Independent/Math3D/SColor.h"
 #include "Independent/Math3D/SMatrix.h"
+#include "Independent/Math3D/SPlane.h"
 #include "Independent/Math3D/SQuaternion.h"
 #include "Independent/Math3D/SUV.h"
 
@@ -132,6 +133,12 @@ testing::AssertionResult SameBits(
     return testing::AssertionSuccess();
 }
 
+/// The numbers of a plane, to compare and print.
+inline S4D Coefficients(const SPlane& plane)
+{
+    return S4D(plane.a, plane.b, plane.c, plane.d);
+}
+
 /// Random values, the same with every compiler and library.
 class CRandom
 {
@@ -147,6 +154,12 @@ public:
     {
         const std::uint32_t bits = Bits() >> Below(32);
         return static_cast<int>(Below(2) == 0 ? bits : 0u - bits);
+    }
+
+    /// A whole number from low to high, both included.
+    int Whole(int low, int high)
+    {
+        return low + static_cast<int>(Below(static_cast<std::uint32_t>(high - low + 1)));
     }
 
     double BetweenDouble(double low, double high)
@@ -200,6 +213,13 @@ public:
     S3D Vector3Between(float low, float high)
     {
         return S3D{Between(low, high), Between(low, high), Between(low, high)};
+    }
+
+    /// Whole coordinates up to a limit, with which every decision is exact.
+    S3D GridVector(int limit)
+    {
+        const auto coordinate = [&] { return static_cast<float>(Whole(-limit, limit)); };
+        return S3D{coordinate(), coordinate(), coordinate()};
     }
 
 private:

@@ -22,20 +22,6 @@ namespace
 // What an output holds that must not have been written.
 const S3D Untouched(-77.0f, 88.0f, -99.0f);
 
-int CreateWhole(CRandom& random, int low, int high)
-{
-    return low + static_cast<int>(random.Below(static_cast<std::uint32_t>(high - low + 1)));
-}
-
-/// Whole coordinates, with which every decision is exact.
-S3D CreateGridVector(CRandom& random, int limit)
-{
-    const int x = CreateWhole(random, -limit, limit);
-    const int y = CreateWhole(random, -limit, limit);
-    const int z = CreateWhole(random, -limit, limit);
-    return S3D(static_cast<float>(x), static_cast<float>(y), static_cast<float>(z));
-}
-
 S3D CreateVector(CRandom& random, float limit)
 {
     return random.Vector3Between(-limit, limit);
@@ -45,11 +31,6 @@ SPlane CreatePlane(CRandom& random)
 {
     const S3D normal = CreateVector(random, 2.0f);
     return SPlane(normal.x, normal.y, normal.z, random.Between(-10.0f, 10.0f));
-}
-
-S4D Coefficients(const SPlane& plane)
-{
-    return S4D(plane.a, plane.b, plane.c, plane.d);
 }
 
 void ExpectPlane(const SPlane& plane, float a, float b, float c, float d)
@@ -370,11 +351,11 @@ TEST(SPlane, SegmentOnTheGridIsDecidedExactly)
     std::array<int, 2> outcomes = {};
     for (int i = 0; i < RandomCases; ++i)
     {
-        const S3D normal = CreateGridVector(random, 2);
-        const int d = CreateWhole(random, -3, 3);
+        const S3D normal = random.GridVector(2);
+        const int d = random.Whole(-3, 3);
         const SPlane plane(normal.x, normal.y, normal.z, static_cast<float>(d));
-        const S3D start = CreateGridVector(random, 3);
-        const S3D end = CreateGridVector(random, 3);
+        const S3D start = random.GridVector(3);
+        const S3D end = random.GridVector(3);
         // Whole numbers: the heights of both ends above the plane are exact. The segment meets the
         // plane when they differ and do not lie strictly on one side.
         const float startHeight = S3D::DotProduct(normal, start) + plane.d;
@@ -662,8 +643,8 @@ TEST(SPlane, TriangleOnTheGridIsDecidedExactly)
     {
         std::array<S3D, 3> corners;
         for (S3D& corner : corners)
-            corner = CreateGridVector(random, 4).GetXZOnly();
-        const S3D point = CreateGridVector(random, 4).GetXZOnly();
+            corner = random.GridVector(4).GetXZOnly();
+        const S3D point = random.GridVector(4).GetXZOnly();
         // Twice the area left of each edge, seen from above: exact in whole numbers.
         bool isInside = true;
         for (std::size_t edge = 0; edge < 3; ++edge)

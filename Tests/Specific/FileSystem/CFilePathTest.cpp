@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/LeadByte.h"
+
 using filesystem::CFilePath;
+using testsupport::IsLeadByte;
 
 namespace
 {
@@ -49,11 +52,6 @@ std::string BaseOfRoot(const std::string& root)
     filePath.SetBaseFolderPath();
     CFilePath::SetRootFolderPath("");
     return filePath.GetString();
-}
-
-bool IsLeadByte(int byte)
-{
-    return (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
 }
 
 } // namespace
@@ -236,12 +234,13 @@ TEST(CFilePath, OnlyALeadByteHidesTheByteAfterIt)
 {
     for (int byte = 0; byte <= 255; ++byte)
     {
+        const bool isLead = IsLeadByte(static_cast<char>(byte));
         const std::string start = std::string("ab") + static_cast<char>(byte);
         const std::string path = start + "\\";
-        EXPECT_EQ(IsLeadByte(byte) ? path : start, WithoutSeparator(path)) << byte;
-        EXPECT_EQ(IsLeadByte(byte) ? path + "\\" : path, WithSeparator(path)) << byte;
+        EXPECT_EQ(isLead ? path : start, WithoutSeparator(path)) << byte;
+        EXPECT_EQ(isLead ? path + "\\" : path, WithSeparator(path)) << byte;
         const std::size_t index = MakePath(path).GetLastSeparatorIndex();
-        EXPECT_EQ(IsLeadByte(byte) ? std::string::npos : 3, index) << byte;
+        EXPECT_EQ(isLead ? std::string::npos : 3, index) << byte;
     }
 }
 

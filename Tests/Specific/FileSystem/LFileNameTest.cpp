@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/LeadByte.h"
+
+using testsupport::IsLeadByte;
 using namespace std::string_literals;
 
 namespace
@@ -12,12 +15,6 @@ namespace
 
 /// One character of two bytes, the second of which equals the backslash.
 const std::string TwoByteCharacter = "\x95\x5C";
-
-bool IsLeadByte(char character)
-{
-    const int byte = static_cast<unsigned char>(character);
-    return (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
-}
 
 std::vector<std::string> SplitCharacters(const std::string& text)
 {
