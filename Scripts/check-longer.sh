@@ -9,7 +9,9 @@ cd "$(dirname "$0")/.."
 
 # The whole build and all tests, twice.
 check "compilers" Scripts/test-compilers.sh
-# The whole build, and all tests some times slower.
+# The whole build and all tests.
+check "tests, clang++" Scripts/test.sh --preset test-clang
+# The same, some times slower.
 check "sanitizers, clang++" Scripts/test.sh --preset sanitize-clang
 # Six builds and runs of the tests that hold the format's descriptions to each other.
 check "recipe" Scripts/check-recipe.sh

@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr std::size_t HostileSize = 1024 * 1024;
+constexpr std::size_t HostileSize = 256 * 1024;
 
 /// Does the pass and returns the most heap bytes that were in use, the image included.
 std::size_t MeasurePass(const SHostileModel& model)
