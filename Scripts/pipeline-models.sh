@@ -16,7 +16,7 @@ good=('plain' 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' 
     'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' '-dash' '日本語' $'\xff\xfe')
 bad=('broken' 'empty' 'read-only')
 # As the reasons are given, in the order of the bad ones.
-reasons=('text without an end' 'text without an end' 'Permission denied')
+reasons=('text without an end' 'the file is empty' 'Permission denied')
 
 say "Building (in build/test) and writing models"
 quietly cmake --preset test

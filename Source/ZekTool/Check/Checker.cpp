@@ -15,9 +15,9 @@
 #include "ZekTool/Check/CSurveySink.h"
 #include "ZekTool/Check/CVariantCheck.h"
 #include "ZekTool/Check/CVariantFolderCheck.h"
-#include "ZekTool/Check/FileKind.h"
 #include "ZekTool/Models/CVariantSearch.h"
 #include "ZekTool/Models/OpenModel.h"
+#include "ZekTool/Models/RefusalText.h"
 #include "ZekTool/Output/Text.h"
 
 namespace zektool
@@ -27,7 +27,6 @@ namespace
 {
 
 constexpr std::int64_t LargestSize = std::numeric_limits<std::uint32_t>::max();
-constexpr std::size_t KindByteCount = 64; // by which a file that is no model is described
 
 SFinding MakeModelFinding(const std::string& message)
 {
@@ -35,14 +34,6 @@ SFinding MakeModelFinding(const std::string& message)
     finding.location.section = "model";
     finding.message = message;
     return finding;
-}
-
-std::string ReadStart(filesystem::CRandomAccessFile& file)
-{
-    std::string start(KindByteCount, '\0');
-    const std::int64_t count = file.Read(0, start.data(), KindByteCount);
-    start.resize(static_cast<std::size_t>(count));
-    return start;
 }
 
 EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, std::int64_t size)
@@ -77,11 +68,7 @@ void AddRefusal(filesystem::CRandomAccessFile& file, CFindingList& findings)
                 return MakeModelFinding("it has changed while it was read");
             SFinding made;
             made.location = *refusal;
-            made.message = refusal->GetCauseText();
-            if (finding == EFinding::EmptyFile)
-                made.message = "the file is empty";
-            else if (finding == EFinding::NotAModel)
-                made.message = "it looks like " + DescribeFileKind(ReadStart(file));
+            made.message = MakeCauseText(*refusal, file);
             return made;
         });
 }

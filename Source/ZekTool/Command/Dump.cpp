@@ -9,6 +9,7 @@
 #include "Specific/FileSystem/CRandomAccessFile.h"
 #include "ZEKFormat/CZEKVisitor.h"
 #include "ZekTool/Models/OpenModel.h"
+#include "ZekTool/Models/RefusalText.h"
 #include "ZekTool/Output/Interrupt.h"
 #include "ZekTool/Output/Json.h"
 #include "ZekTool/Output/Text.h"
@@ -194,7 +195,7 @@ EExitStatus Dump(const SCommandLine& line, COutput& output)
             const auto refusal = zek::VisitFields(file, *dumper);
             if (!refusal)
                 return EExitStatus::Success;
-            error = refusal->GetText();
+            error = MakeRefusalText(*refusal, file);
         }
         dumper->PrintRefusal(error);
     }

@@ -9,6 +9,7 @@
 #include "ZEKFormat/CZEKWalk.h"
 #include "ZEKFormat/ZEKFile.h"
 #include "ZekTool/Models/OpenModel.h"
+#include "ZekTool/Models/RefusalText.h"
 
 namespace zektool
 {
@@ -87,7 +88,7 @@ std::string ReadModelInfo(const std::string& path, SModelInfo& info)
     zek::CZEKFileSource source(file);
     CInfoSink sink(info);
     zek::CZEKWalk<zek::CZEKFileSource, CInfoSink> walk(source, sink);
-    return zek::WalkFile(walk) ? "" : sink.GetRefusal().GetText();
+    return zek::WalkFile(walk) ? "" : MakeRefusalText(sink.GetRefusal(), file);
 }
 
 } // namespace zektool

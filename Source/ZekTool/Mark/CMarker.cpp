@@ -15,6 +15,7 @@
 #include "ZekTool/Mark/CMarkSink.h"
 #include "ZekTool/Mark/CReplacementFile.h"
 #include "ZekTool/Models/CVariantSearch.h"
+#include "ZekTool/Models/RefusalText.h"
 
 namespace zektool
 {
@@ -91,7 +92,7 @@ bool CMarker::Mark()
     zek::CZEKFileSource source(m_File);
     zek::CZEKWalk<zek::CZEKFileSource, CMarkSink> walk(source, m_Sink);
     if (!zek::WalkFile(walk))
-        return m_File.IsUnchanged() ? Fail(m_Sink.GetRefusal().GetText()) : false;
+        return Fail(MakeRefusalText(m_Sink.GetRefusal(), m_File)) && m_File.IsUnchanged();
 
     FindVariants();
     if (m_Options.isDryRun)

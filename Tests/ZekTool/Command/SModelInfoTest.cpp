@@ -81,8 +81,7 @@ TEST(SModelInfo, SaysWhyAModelCannotBeRead)
     folder.Write("model", "ZEK");
     SModelInfo info;
     EXPECT_EQ(
-        "header: magic at 0x0: text without an end in the 3 bytes left",
-        ReadModelInfo(folder.GetPath("model"), info));
+        "header: magic at 0x0: it looks like text", ReadModelInfo(folder.GetPath("model"), info));
     EXPECT_EQ("No such file or directory", ReadModelInfo(folder.GetPath("none"), info));
     EXPECT_EQ("not a regular file", ReadModelInfo(folder.GetPath(), info));
 }

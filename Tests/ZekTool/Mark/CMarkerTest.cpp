@@ -344,7 +344,7 @@ TEST_F(CMarkerTest, WhatIsNoModelIsAFailureWithItsReason)
     ExpectFailure(m_Path, "cannot be opened: No such file or directory");
     ExpectFailure(m_Folder.GetPath(), "cannot be opened: Not a regular file");
     m_Folder.Write("model.zek", "ZEK");
-    ExpectFailure(m_Path, "header: magic at 0x0: text without an end in the 3 bytes left");
+    ExpectFailure(m_Path, "header: magic at 0x0: it looks like text");
 }
 
 TEST_F(CMarkerTest, AModelThatHasJustBeenWrittenIsWaitedFor)

@@ -1,4 +1,4 @@
-#include "ZekTool/Check/FileKind.h"
+#include "ZekTool/Models/FileKind.h"
 
 #include <gtest/gtest.h>
 
