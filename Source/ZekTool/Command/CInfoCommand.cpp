@@ -11,15 +11,25 @@ namespace zektool
 namespace
 {
 
-/// Returns a line for an item: what it is, its name and its flags.
-std::string MakeItemLine(const std::string& title, const SItemInfo& item)
+/// Returns what follows the name of an item: its flags.
+std::string MakeFlagText(const SItemInfo& item)
 {
-    std::string line = "  " + title + ' ' + MakeQuoted(item.name);
+    std::string text;
     for (std::size_t family = 0; item.hasFlags && family < item.flags.size(); ++family)
-        line += fmt::format(
+        text += fmt::format(
             "{} {} {}", family == 0 ? ":" : ",", zek::CompressionFamilies[family].name,
             item.flags[family]);
-    return line + '\n';
+    return text;
+}
+
+/// Returns a line for each item: what it is, its name and its flags.
+std::string MakeItemLines(std::string_view kind, const std::vector<SItemInfo>& items)
+{
+    std::string text;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        text += fmt::format(
+            "  {} {:03} {}{}\n", kind, i, MakeQuoted(items[i].name), MakeFlagText(items[i]));
+    return text;
 }
 
 Json MakeItemJson(std::size_t index, const SItemInfo& item)
@@ -80,18 +90,13 @@ std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& in
             MakeCount(info.boneCount, "bone", "bones"));
     text += fmt::format(
         ", {}, {}, {}{}\n", MakeCount(info.textures.size(), "texture", "textures"),
-        MakeCount(ToCount(info.probeCount), "probe", "probes"),
+        MakeCount(ToCount(info.cubemapCount), "cubemap", "cubemaps"),
         MakeCount(ToCount(info.lightmapCount), "lightmap", "lightmaps"),
         !info.hasMarker    ? ""
         : info.isProcessed ? ", processed"
                            : ", not processed");
-    for (std::size_t i = 0; i < info.textures.size(); ++i)
-        text += MakeItemLine(fmt::format("texture {:03}", i), info.textures[i]);
-    for (std::size_t i = 0; i < info.probes.size(); ++i)
-        text += MakeItemLine(fmt::format("probe {}", i), info.probes[i]);
-    for (std::size_t i = 0; i < info.lightmaps.size(); ++i)
-        text += MakeItemLine(fmt::format("lightmap {}", i), info.lightmaps[i]);
-    return text;
+    return text + MakeItemLines("texture", info.textures) +
+           MakeItemLines("cubemap", info.cubemaps) + MakeItemLines("lightmap", info.lightmaps);
 }
 
 std::string CInfoCommand::MakeJson(const SModelPath& model, const SModelInfo& info) const
@@ -109,10 +114,10 @@ std::string CInfoCommand::MakeJson(const SModelPath& model, const SModelInfo& in
         json["materials"] = info.materialCount;
         json["bones"] = info.boneCount;
     }
-    json["probeCount"] = info.probeCount;
+    json["cubemapCount"] = info.cubemapCount;
     json["lightmapCount"] = info.lightmapCount;
     json["textures"] = MakeItemListJson(info.textures);
-    json["probes"] = MakeItemListJson(info.probes);
+    json["cubemaps"] = MakeItemListJson(info.cubemaps);
     json["lightmaps"] = MakeItemListJson(info.lightmaps);
     return MakeJsonLine(json);
 }

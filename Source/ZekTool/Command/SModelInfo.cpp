@@ -47,12 +47,12 @@ public:
 
     void Probe(const zek::SZEKProbe& probe)
     {
-        m_Info.probes.push_back(m_ProbeFlags);
-        m_Info.probes.back().name = zek::GetProbeName(probe);
+        m_Info.cubemaps.push_back(m_ProbeFlags);
+        m_Info.cubemaps.back().name = zek::GetProbeName(probe);
         m_ProbeFlags = {};
     }
 
-    void ProbeCount(int count) { m_Info.probeCount = std::max(count, 0); }
+    void ProbeCount(int count) { m_Info.cubemapCount = std::max(count, 0); }
 
     void Lightmap(const zek::SZEKLightmap& lightmap)
     {

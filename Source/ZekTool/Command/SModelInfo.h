@@ -33,9 +33,9 @@ struct SModelInfo
     std::size_t boneCount = 0;
 
     std::vector<SItemInfo> textures;
-    int probeCount = 0; ///< also of probes without records of their own
-    std::vector<SItemInfo> probes;
-    int lightmapCount = 0; ///< also of lightmaps without records of their own
+    int cubemapCount = 0;            ///< also of cubemaps without records of their own
+    std::vector<SItemInfo> cubemaps; ///< of the reflection probes
+    int lightmapCount = 0;           ///< also of lightmaps without records of their own
     std::vector<SItemInfo> lightmaps;
 };
 

@@ -37,8 +37,8 @@ TEST(SModelInfo, CountsWhatAVersionHas)
         EXPECT_EQ(version < 26 ? model.bones.size() : 0, info.boneCount);
         EXPECT_EQ(model.textures.size(), info.textures.size());
         EXPECT_EQ(
-            version < 11 ? 0U : model.probes.size(), static_cast<std::size_t>(info.probeCount));
-        EXPECT_EQ(version < 12 ? 0U : model.probes.size(), info.probes.size());
+            version < 11 ? 0U : model.probes.size(), static_cast<std::size_t>(info.cubemapCount));
+        EXPECT_EQ(version < 12 ? 0U : model.probes.size(), info.cubemaps.size());
         EXPECT_EQ(model.lightmaps.size(), static_cast<std::size_t>(info.lightmapCount));
         EXPECT_EQ(version < 26 ? 0U : model.lightmaps.size(), info.lightmaps.size());
         EXPECT_EQ(version >= 21, info.hasMarker);
@@ -59,8 +59,8 @@ TEST(SModelInfo, TellsNamesAndFlags)
     EXPECT_EQ("wall.png", info.textures.at(0).name);
     EXPECT_TRUE(info.textures.at(0).hasFlags);
     EXPECT_EQ((Flags{1, 0, 2, 255}), info.textures.at(0).flags);
-    EXPECT_EQ("Probe", info.probes.at(0).name);
-    EXPECT_EQ((Flags{0, 1, 0, 1}), info.probes.at(0).flags);
+    EXPECT_EQ("Probe", info.cubemaps.at(0).name);
+    EXPECT_EQ((Flags{0, 1, 0, 1}), info.cubemaps.at(0).flags);
     EXPECT_EQ("light.png", info.lightmaps.at(0).name);
     EXPECT_EQ((Flags{1, 1, 0, 0}), info.lightmaps.at(0).flags);
 }
@@ -71,8 +71,8 @@ TEST(SModelInfo, ProbesOfOldVersionsGoByTheirIndexAndHaveNoFlags)
     model.version = 15;
     model.probes = {SProbe(), SProbe()};
     const SModelInfo info = Read(model);
-    EXPECT_EQ("1", info.probes.at(1).name);
-    EXPECT_FALSE(info.probes.at(1).hasFlags);
+    EXPECT_EQ("1", info.cubemaps.at(1).name);
+    EXPECT_FALSE(info.cubemaps.at(1).hasFlags);
 }
 
 TEST(SModelInfo, SaysWhyAModelCannotBeRead)
