@@ -1,4 +1,4 @@
-// Lists the meshes and textures of a model:
+// Lists the meshes of a model, with their vertices, and its textures:
 //
 //     ListMeshes MODEL
 //
@@ -37,8 +37,12 @@ int main(int argc, char* argv[])
     }
 
     for (const zek::CZEKMesh& mesh : model.GetMeshList())
+    {
         std::printf(
             "mesh: vertices %zu, triangles %zu\n", mesh.GetPosList().size(), CountTriangles(mesh));
+        for (const S3D& pos : mesh.GetPosList())
+            std::printf("%g %g %g\n", pos.x, pos.y, pos.z);
+    }
     for (const zek::CZEKTexture& texture : model.GetTextureList())
     {
         std::string name;
