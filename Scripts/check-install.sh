@@ -60,6 +60,13 @@ Succeeded" "$prefix/bin/ZEKTexComp" "$model"
 expect "$model: as it was" "$prefix/bin/zek" mark "$model"
 quietly cmp Source/ZekTool/zek.bash "$prefix/share/bash-completion/completions/zek"
 
+say "A build whose packages for zek come later"
+quietly cmake -S . -B "$scratch/later" -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
+expect "-- zek is left out: missing fmt" grep "zek is left out" "$scratch/output"
+quietly cmake -S . -B "$scratch/later" -DCMAKE_DISABLE_FIND_PACKAGE_fmt=OFF
+cmake --build "$scratch/later" --target help | grep -w zek >/dev/null || fail "has no zek after all"
+echo "and then not any more"
+
 say "The manual pages"
 for page in "$prefix"/share/man/man1/{ZEKTexComp,zek}.1; do
     # Whether the pages that it refers to are installed here is no fault of it.
