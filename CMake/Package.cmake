@@ -2,6 +2,7 @@
 # program.
 set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/CMake/PackageArchive.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/CMake/PackageDebian.cmake)
 set(CPACK_PACKAGE_CONTACT "ZEKTexComp maintainers <maintainers@zektexcomp.invalid>"
     CACHE STRING "Whom the packages name as their maintainer")
 set(CPACK_PACKAGE_FILE_NAME

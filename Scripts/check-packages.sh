@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . Scripts/checking.sh
 source=$PWD
 
-need_packages "${build_packages[@]}" binutils fakeroot make pkg-config
+need_packages "${build_packages[@]}" binutils fakeroot lintian make pkg-config
 
 # Builds a source tree in a folder and packs it into the folder's packages.
 pack() {
@@ -46,6 +46,11 @@ for file in "${files[@]}"; do
     fi
 done
 echo "${#files[@]} files (packages, program, libraries) are the same byte for byte"
+
+say "lintian"
+# There is no licence yet, and so no file that tells it.
+lintian --allow-root --fail-on error,warning --suppress-tags no-copyright-file $first/packages/*.deb
+echo "has nothing to say but what is information, and that there is no licence (no-copyright-file)"
 
 say "Installing zektexcomp in an empty root"
 root=$scratch/root
