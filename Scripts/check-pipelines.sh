@@ -104,6 +104,47 @@ expect_marked_below build/marked 'a;touch $PWNED' '#hash' $'new\nline'
 recipe=cmake
 check_increments
 
+# Builds afresh by a command that makes the file out and a depfile.
+build_by() {
+    echo "$1" >make-out.sh
+    rm -rf build
+    run cmake -S . -B build -G Ninja
+    expect_status 0
+    run ninja -C build
+    expect_status 0
+}
+expect_work() {
+    run ninja -C build
+    ! grep -q "no work to do" output || fail_recipe "has nothing to do"
+}
+expect_no_work() {
+    run ninja -C build
+    expect_output "no work to do"
+}
+
+# Of the two kinds of depfiles that are out of date for ever, zek writes none.
+start depfiles
+cat >CMakeLists.txt <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(Depfiles LANGUAGES NONE)
+add_custom_command(OUTPUT out COMMAND sh ../make-out.sh DEPFILE out.d)
+add_custom_target(make-out ALL DEPENDS out)
+END
+build_by 'echo "out:" >out.d; touch out'
+expect_work
+build_by 'echo "out: $PWD/gone/" >out.d; touch out'
+expect_work
+mkdir models/bare
+cp "$sample/model.zek" models/bare
+build_by 'zek mark -o out --depfile out.d ../models/bare/model.zek'
+expect_no_work
+build_by 'zek mark -o out --depfile out.d ../models/plain/model.zek'
+expect_no_work
+rm -r models/plain/tex_dxt
+expect_work
+expect_no_work
+echo "no depfile of zek is without inputs or names what is gone: that would never be up to date"
+
 start cmake-in-place
 cat >CMakeLists.txt <<'END'
 cmake_minimum_required(VERSION 3.25)
@@ -168,16 +209,22 @@ say "As a gate"
 start gate
 run "$pipeline/gate/check-models.sh" models findings.jsonl
 expect_status 1
-for text in plain broken/model.zek empty/model.zek 'new?line' base64; do expect_output "$text"; done
+expect_failures
+for text in plain {broken,empty,read-only}/model.zek 'new?line' base64; do expect_output "$text"; done
 [ "$(wc -l <findings.jsonl)" -eq $((${#good[@]} + ${#bad[@]})) ] || fail_recipe "leaves models out"
-run zek mark models
-rm -r models/{broken,empty,read-only}
-run "$pipeline/gate/check-models.sh" models findings.jsonl
-expect_status 0
 git init -q .
 git config user.name Check
 git config user.email check@zektexcomp.invalid
 cp "$pipeline/gate/pre-commit" .git/hooks/
+run zek mark models
+git add models
+run git commit -qm "Models that are right, and bad ones between them"
+expect_status 1
+expect_failures
+for name in "${bad[@]}"; do expect_output "models/$name/model.zek: error"; done
+rm -r models/{broken,empty,read-only}
+run "$pipeline/gate/check-models.sh" models findings.jsonl
+expect_status 0
 git add models
 run git commit -qm "Models that are right"
 expect_status 0
