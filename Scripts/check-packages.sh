@@ -64,11 +64,17 @@ dpkg --root="$root" --listfiles zektexcomp | while read -r file; do
 done
 depends=$(dpkg-deb -f $first/packages/zektexcomp_*.deb Depends)
 [ -z "$depends" ] || fail "The package depends on $depends."
-if readelf -l "$root/usr/bin/ZEKTexComp" | grep INTERP; then
-    fail "The program needs shared libraries."
+if readelf -l "$root"/usr/bin/* | grep INTERP; then
+    fail "A program needs shared libraries."
 fi
+for file in man/man1/{ZEKTexComp,zek}.1.gz bash-completion/completions/zek \
+    doc/zektexcomp/Documents/schemas/zek-{info,dump,check,mark}.json \
+    doc/zektexcomp/Examples/pipeline/{README.md,gate/pre-commit}; do
+    [ -s "$root/usr/share/$file" ] || fail "There is no $file."
+done
 $first/Examples/WriteSample "$scratch/sample"
 "$root/usr/bin/ZEKTexComp" "$scratch/sample/model.zek"
+"$root/usr/bin/zek" mark "$scratch/sample"
 
 say "The program of the archive"
 mkdir "$scratch/archive"
@@ -83,6 +89,7 @@ libraries=$(dirname "$(find "$root/usr/lib" -name zektexcomp.pc)")
 PKG_CONFIG_LIBDIR=$libraries quietly make -C "$scratch/consumer" -B
 "$scratch/consumer/ListMeshes" "$scratch/sample/model.zek" | grep "^texture floor.png"
 echo "works"
+[ -s "$libraries/../cmake/ZEKTexComp/ZEKTexCompMarkModels.cmake" ] || fail "has no zek_mark_models."
 
 say "Removing both"
 dpkg_there --purge zektexcomp zektexcomp-dev
