@@ -9,10 +9,10 @@ namespace filesystem
 {
 
 /// A regular file, open for reading, or for reading and writing, at any position. Positions and
-/// sizes have 64 bits. The path is the system's own: nothing in it is replaced or translated.
+/// sizes have 64 bits. The path is the system's own, as SystemFiles.h says.
 ///
 /// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown.
-/// What the system is asked for stands in CRandomAccessFile.cpp alone.
+/// What the system is asked for stands in CRandomAccessFilePosix.cpp and its Windows counterpart.
 class CRandomAccessFile
 {
 public:
@@ -32,7 +32,8 @@ public:
 
     /// The same for reading and writing. Nothing in the file changes by it. Where the system grants
     /// that (Linux, to a file's owner, if nobody else has the file open), whoever opens or cuts the
-    /// file from then on waits until it is closed here.
+    /// file from then on waits until it is closed here. On Windows this fails as long as somebody
+    /// else has the file open for writing, and until it is closed here nobody else can open it so.
     bool OpenToWrite(const std::string& path);
 
     /// True when somebody stood in the way of the last opening: they have the file to themselves,
@@ -40,6 +41,7 @@ public:
     bool IsBusy() const { return m_IsBusy; }
 
     /// Makes a file that did not exist, open for reading and writing. Its state is not asked for.
+    /// It can be renamed and deleted while it is open.
     bool Create(const std::string& path);
 
     /// Closes the file, if one is open.
@@ -71,7 +73,12 @@ public:
     /// Returns why the last function failed, such as "Permission denied".
     std::string GetError() const;
 
+    /// True when it failed because what was to be opened is no regular file.
+    bool IsNotRegular() const { return m_Error == NotRegular; }
+
 private:
+    static constexpr int NotRegular = -1; // among the system's error numbers, which are positive
+
     bool OpenWith(const std::string& path, int flags);
     void KeepOthersOut();
     bool Fail(int error);

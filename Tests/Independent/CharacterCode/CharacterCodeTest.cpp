@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Support/Heap.h"
-
 using namespace charactercode;
 using namespace std::string_literals;
 
@@ -95,20 +93,6 @@ void ExpectEveryDirection(const SForms& forms)
     EXPECT_EQ(Converted(forms.utf16), ToUTF16(forms.sjis));
     EXPECT_EQ(Converted(forms.sjis), FromUTF8(forms.utf8));
     EXPECT_EQ(Converted(forms.sjis), FromUTF16(forms.utf16));
-}
-
-/// What the allocator may add to a block: a header and pages of a size that the sanitizers choose.
-constexpr std::size_t AllocatorBytes = 128 * 1024;
-
-/// The most memory that a conversion has of its own while it runs, with its result.
-template <typename Output, typename Input>
-std::size_t PeakBytes(bool (*convert)(Output&, const Input&), const Input& input)
-{
-    const std::size_t before = testsupport::GetLiveBytes();
-    testsupport::ResetPeak();
-    Output output;
-    convert(output, input);
-    return testsupport::GetPeakBytes() - before;
 }
 
 constexpr bool IsWideCharacter32Bits = sizeof(wchar_t) == 4;
@@ -263,21 +247,6 @@ TEST(CharacterCode, FindsTheOneOtherCharacterInALongRunOfLetters)
         EXPECT_FALSE(ToUTF16(sjis).isAllConverted);
         EXPECT_FALSE(FromUTF16(utf16).isAllConverted);
     }
-}
-
-// Memory
-
-TEST(CharacterCode, TakesNoMoreMemoryThanTheLargestResultOfSuchAnInput)
-{
-    const std::string katakana(1000000, '\xB1');
-    EXPECT_LE(PeakBytes(SJISToUTF8, katakana), 3 * katakana.size() + AllocatorBytes);
-    EXPECT_LE(PeakBytes(SJISToUTF16, katakana), sizeof(wchar_t) * katakana.size() + AllocatorBytes);
-
-    const std::string letters(1000000, 'a');
-    EXPECT_LE(PeakBytes(SJISToUTF8, letters), 3 * letters.size() + AllocatorBytes);
-    EXPECT_LE(PeakBytes(UTF8ToSJIS, letters), letters.size() + AllocatorBytes);
-    EXPECT_LE(
-        PeakBytes(UTF16ToSJIS, std::wstring(1000000, L'\x3042')), 2 * 1000000 + AllocatorBytes);
 }
 
 // Shift_JIS input

@@ -1,5 +1,3 @@
-#include "Specific/FileSystem/CRandomAccessFile.h"
-
 #include <cerrno>
 #include <csignal>
 #include <system_error>
@@ -7,6 +5,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "Specific/FileSystem/CRandomAccessFile.h"
 
 namespace filesystem
 {
@@ -16,8 +16,6 @@ namespace
 
 // Not blocking: a FIFO would wait for a writer.
 constexpr int CommonFlags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-
-constexpr int NotRegular = -1; // among the system's error numbers, which are positive
 
 SFileState MakeState(const struct stat& status)
 {

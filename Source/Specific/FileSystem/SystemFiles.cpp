@@ -1,0 +1,29 @@
+#include "Specific/FileSystem/SystemFiles.h"
+
+namespace filesystem
+{
+
+std::size_t GetNameStart(const std::string& path)
+{
+    const bool hasDrive = SystemSeparator == '\\' && path.size() >= 2 && path[1] == ':';
+    std::size_t start = path.size();
+    while (start > (hasDrive ? 2 : 0) && !IsSystemSeparator(path[start - 1]))
+        --start;
+    return start;
+}
+
+std::string GetFolder(const std::string& path)
+{
+    std::string folder = path.substr(0, GetNameStart(path));
+    while (folder.size() > 1 && IsSystemSeparator(folder.back()))
+        folder.pop_back();
+    return folder;
+}
+
+std::string GetExtension(const std::string& name)
+{
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string::npos || dot == 0 || name == ".." ? "" : name.substr(dot);
+}
+
+} // namespace filesystem

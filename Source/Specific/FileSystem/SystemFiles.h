@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+/// Files and folders by paths of the system's own: nothing in them is replaced or translated. On
+/// Windows they are UTF-8, with three bytes for half of a surrogate pair, separated by either
+/// slash, and may be longer than 260 characters.
+///
+/// Nothing is thrown. Errors are told in words, such as "Permission denied"; none is an empty text.
+namespace filesystem
+{
+
+/// What stands between the parts of a path that is made.
+constexpr char SystemSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
+
+constexpr bool IsSystemSeparator(char c)
+{
+    return c == '/' || c == SystemSeparator;
+}
+
+/// Returns where the last part of a path begins: behind the last separator, or behind the drive.
+std::size_t GetNameStart(const std::string& path);
+
+/// Returns the folder of a path, without separators at its end but for the root.
+std::string GetFolder(const std::string& path);
+
+/// Returns a name from its last dot on, or nothing when there is none but as its first character.
+std::string GetExtension(const std::string& name);
+
+enum class EPathKind
+{
+    Unknown, ///< cannot be told: see the error
+    Absent,
+    File,
+    Folder,
+    Link,  ///< only where links are not followed
+    Other, ///< device, pipe, ...
+};
+
+/// What is at a path.
+struct SPathStatus
+{
+    EPathKind kind = EPathKind::Unknown;
+    std::int64_t size = 0; ///< in bytes, of a file
+    std::string error = {};
+};
+
+/// Tells what is at a path, or where a link there leads.
+SPathStatus GetPathStatus(const std::string& path);
+
+/// Tells what is at a path, which may be a link, also one that leads nowhere.
+EPathKind GetLinkKind(const std::string& path);
+
+inline bool IsFolder(const std::string& path)
+{
+    return GetPathStatus(path).kind == EPathKind::Folder;
+}
+
+/// True when two paths lead to one file or folder.
+bool IsSameFile(const std::string& path, const std::string& other);
+
+/// Replaces a path by one without links. Returns the error.
+std::string ResolveLinks(std::string& path);
+
+/// What is in a folder.
+struct SFolderEntry
+{
+    std::string name;
+    bool isFolder; ///< or a link to one
+    bool isLink;
+};
+
+/// Calls a function with each entry of a folder until it returns false. Returns the error.
+std::string
+ReadFolder(const std::string& path, const std::function<bool(const SFolderEntry& entry)>& use);
+
+/// Creates a folder and those above it that are missing. Returns the error.
+std::string CreateFolders(const std::string& path);
+
+/// Gives a file another name, in place of a file that has it. Returns the error.
+std::string RenameFile(const std::string& from, const std::string& to);
+
+/// Deletes a file. False when it cannot be.
+bool RemoveFile(const std::string& path);
+
+} // namespace filesystem
