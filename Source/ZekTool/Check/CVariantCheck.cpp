@@ -1,12 +1,10 @@
 #include "ZekTool/Check/CVariantCheck.h"
 
-#include <filesystem>
 #include <string_view>
 
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Models/CVariantSearch.h"
 #include "ZekTool/Output/Text.h"
-
-namespace fs = std::filesystem;
 
 namespace zektool
 {
@@ -36,8 +34,7 @@ std::string GetFamilyName(std::size_t family)
 /// False only when there is nothing at the path.
 bool MayExist(const std::string& path)
 {
-    std::error_code error;
-    return fs::status(path, error).type() != fs::file_type::not_found;
+    return filesystem::GetPathStatus(path).kind != filesystem::EPathKind::Absent;
 }
 
 } // namespace
@@ -138,7 +135,8 @@ CVariantCheck::SVariant CVariantCheck::LookAt(const SItem& item, std::size_t fam
     if (item.variant.kind != zek::EZEKItemKind::Cubemap)
         return LookAtFiles(item, family, m_Finder, m_HasTextureFolder[family]);
     SVariant variant = LookAtFiles(item, family, m_Finder, true);
-    if (variant.isThere || !m_Options.isCubemapFolders)
+    // Where a backslash is a separator, the two finders look in the same folders.
+    if (variant.isThere || !m_Options.isCubemapFolders || filesystem::IsSystemSeparator('\\'))
         return variant;
     const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_HasCubemapFolder[family]);
     return inFolder.fileCount > variant.fileCount ? inFolder : variant;

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <map>
 #include <utility>
 
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 #include "ZekTool/Output/Text.h"
 
-namespace fs = std::filesystem;
+using filesystem::SFolderEntry;
 
 namespace zektool
 {
@@ -30,10 +30,13 @@ std::string MakeSmall(std::string name)
 std::vector<std::string> ListFolder(const std::string& folder)
 {
     std::vector<std::string> names;
-    std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
-        names.push_back(entry->path().filename().native());
+    filesystem::ReadFolder(
+        folder,
+        [&](const SFolderEntry& entry)
+        {
+            names.push_back(entry.name);
+            return true;
+        });
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -141,17 +144,18 @@ void CVariantFolderCheck::AddUnused(const std::string& name, const std::string& 
 
 bool CVariantFolderCheck::HasOtherModel() const
 {
-    const fs::path model(m_ModelPath);
-    std::error_code error;
-    fs::directory_iterator entry(m_Folder.empty() ? "." : m_Folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error))
-    {
-        const fs::path& other = entry->path();
-        if (other.extension() == model.extension() && other.filename() != model.filename() &&
-            !entry->is_directory(error))
-            return true;
-    }
-    return false;
+    const std::string model = m_ModelPath.substr(filesystem::GetNameStart(m_ModelPath));
+    const std::string extension = filesystem::GetExtension(model);
+    bool hasOther = false;
+    filesystem::ReadFolder(
+        m_Folder.empty() ? "." : m_Folder,
+        [&](const SFolderEntry& entry)
+        {
+            hasOther = !entry.isFolder && entry.name != model &&
+                       filesystem::GetExtension(entry.name) == extension;
+            return !hasOther;
+        });
+    return hasOther;
 }
 
 void CheckSharedLightmaps(const std::vector<SSurveyedItem>& lightmaps, CFindingList& findings)

@@ -1,10 +1,9 @@
 #include "ZekTool/Check/VariantState.h"
 
-#include <filesystem>
-
 #include "Specific/FileSystem/CRandomAccessFile.h"
+#include "Specific/FileSystem/SystemFiles.h"
 
-namespace fs = std::filesystem;
+using filesystem::EPathKind;
 
 namespace zektool
 {
@@ -12,14 +11,15 @@ namespace zektool
 EVariantState GetVariantState(const std::string& path)
 {
     // Not following links: one that leads nowhere is something, too.
-    std::error_code error;
-    if (!fs::exists(fs::symlink_status(path, error)))
+    const EPathKind kind = filesystem::GetLinkKind(path);
+    if (kind == EPathKind::Absent || kind == EPathKind::Unknown)
         return EVariantState::Absent;
     if (!filesystem::CRandomAccessFile::CanOpen(path))
         return EVariantState::Unreadable;
-    if (!fs::is_regular_file(path, error))
+    const filesystem::SPathStatus status = filesystem::GetPathStatus(path);
+    if (status.kind != EPathKind::File)
         return EVariantState::NotAFile;
-    return fs::file_size(path, error) == 0 ? EVariantState::Empty : EVariantState::File;
+    return status.size == 0 ? EVariantState::Empty : EVariantState::File;
 }
 
 } // namespace zektool

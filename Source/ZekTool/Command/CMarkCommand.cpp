@@ -1,9 +1,8 @@
 #include "ZekTool/Command/CMarkCommand.h"
 
-#include <filesystem>
-
 #include <fmt/format.h>
 
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Mark/CMarker.h"
 #include "ZekTool/Output/CUsageError.h"
 #include "ZekTool/Output/Json.h"
@@ -14,8 +13,6 @@ namespace zektool
 
 namespace
 {
-
-namespace fs = std::filesystem;
 
 constexpr std::array<std::string_view, 3> KindNames = {"texture", "cubemap", "lightmap"};
 
@@ -72,14 +69,13 @@ void CheckNames(const CModelList& models)
 /// Creates the folder of an output. Returns why it cannot be written there, or nothing.
 std::string PrepareOutput(const std::string& modelPath, const std::string& outputPath)
 {
-    std::error_code error;
-    if (fs::equivalent(modelPath, outputPath, error))
+    if (filesystem::IsSameFile(modelPath, outputPath))
         return "the output is the model itself; without -o it is marked in place";
-    const fs::path folder = fs::path(outputPath).parent_path();
-    if (folder.empty() || fs::is_directory(folder, error))
+    const std::string folder = filesystem::GetFolder(outputPath);
+    if (folder.empty() || filesystem::IsFolder(folder))
         return "";
-    fs::create_directories(folder, error);
-    return error ? MakeShowable(folder.native()) + ": " + error.message() : "";
+    const std::string error = filesystem::CreateFolders(folder);
+    return error.empty() ? "" : MakeShowable(folder) + ": " + error;
 }
 
 Json MakeChangesJson(const SMarkResult& result)
@@ -127,10 +123,10 @@ CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
     m_Options.isCubemapFolders = line.isCubemapFolders;
     m_Options.outputPath = line.outputPath;
     m_Options.depfilePath = line.depfilePath;
-    std::error_code ignored;
     m_IsOutputFolder =
-        !line.outputPath.empty() && (models.IsSeveral() || line.outputPath.back() == '/' ||
-                                     fs::is_directory(line.outputPath, ignored));
+        !line.outputPath.empty() &&
+        (models.IsSeveral() || filesystem::IsSystemSeparator(line.outputPath.back()) ||
+         filesystem::IsFolder(line.outputPath));
     if (m_IsOutputFolder)
         CheckNames(models);
 }
@@ -173,7 +169,7 @@ std::string CMarkCommand::MakeOutputPath(const SModelPath& model) const
 {
     if (!m_IsOutputFolder)
         return m_Options.outputPath;
-    return m_Options.outputPath + '/' + std::string(model.GetName());
+    return m_Options.outputPath + filesystem::SystemSeparator + std::string(model.GetName());
 }
 
 std::string CMarkCommand::MakeText(const SModelPath& model, const SMarkResult& result) const

@@ -1,12 +1,10 @@
 #include "ZekTool/Command/Zek.h"
 
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "ZekTool/Command/CCheckCommand.h"
 #include "ZekTool/Command/CInfoCommand.h"
@@ -18,6 +16,7 @@
 #include "ZekTool/Output/COutput.h"
 #include "ZekTool/Output/CProgress.h"
 #include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Descriptor.h"
 #include "ZekTool/Output/Interrupt.h"
 #include "ZekTool/Output/Text.h"
 
@@ -71,7 +70,7 @@ EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
     if (tally.GetTotal() == 0 && !IsInterrupted())
         throw CUsageError(MakeShowable(line.files0From) + ": no paths in it");
     // Programs read JSON, and a person what is on the other stream.
-    COutput errors(STDERR_FILENO);
+    COutput errors(StandardError);
     if (models.IsSeveral())
         (line.isJson ? errors : output).Write(MakeSummary(*command, tally));
     errors.Flush();
@@ -103,7 +102,7 @@ EExitStatus RunCommand(const SCommandLine& line, COutput& output)
 /// Runs a command and sees to it that what it printed is written.
 EExitStatus RunAndFlush(const SCommandLine& line)
 {
-    COutput output(STDOUT_FILENO);
+    COutput output(StandardOutput);
     EExitStatus status = RunCommand(line, output);
     output.Flush();
     if (output.GetError() != 0)
@@ -118,8 +117,7 @@ EExitStatus RunAndFlush(const SCommandLine& line)
 
 EExitStatus RunZek(const std::vector<std::string>& words)
 {
-    // A closed pipe is an error of writing.
-    std::signal(SIGPIPE, SIG_IGN);
+    PrepareStandardStreams();
     CatchCtrlC();
     EExitStatus status = EExitStatus::Failure;
     try

@@ -1,9 +1,9 @@
 #include "ZekTool/Mark/CDepfile.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <filesystem>
-#include <system_error>
 
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Mark/CReplacementFile.h"
 
 namespace zektool
@@ -21,9 +21,11 @@ bool IsNameable(char c)
     return !isControl && std::string(unnameable).find(c) == std::string::npos;
 }
 
-/// Appends a name as Ninja reads it. False when it has no such form.
-bool AppendName(const std::string& name, std::string& text)
+/// Appends a name as Ninja reads it. False when it has no such form. Every separator is a slash,
+/// which is none that needs an escape.
+bool AppendName(std::string name, std::string& text)
 {
+    std::replace(name.begin(), name.end(), filesystem::SystemSeparator, '/');
     std::size_t backslashes = 0; // just before the character
     for (char c : name)
     {
@@ -63,14 +65,13 @@ void CDepfile::AddVariant(const std::string& path)
 {
     for (std::size_t i = m_FolderLength; i < path.size(); ++i)
     {
-        if (path[i] != '/')
+        if (!filesystem::IsSystemSeparator(path[i]))
             continue;
-        // The slash stays, as an end of the name that needs no escape.
+        // The separator stays, as an end of the name that needs no escape.
         const std::string folder = path.substr(0, i + 1);
         if (m_Folders.count(folder) != 0 || m_Absent.count(folder) != 0)
             continue;
-        std::error_code ignored;
-        (std::filesystem::is_directory(folder, ignored) ? m_Folders : m_Absent).insert(folder);
+        (filesystem::IsFolder(folder) ? m_Folders : m_Absent).insert(folder);
     }
 }
 

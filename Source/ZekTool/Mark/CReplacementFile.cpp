@@ -1,35 +1,33 @@
 #include "ZekTool/Mark/CReplacementFile.h"
 
-#include <cstdio>
-#include <filesystem>
 #include <random>
-#include <system_error>
 #include <utility>
+
+#include "Specific/FileSystem/SystemFiles.h"
 
 namespace zektool
 {
 
-namespace files = std::filesystem;
+using filesystem::EPathKind;
 
 CReplacementFile::CReplacementFile(std::string path) : m_Path(std::move(path)) {}
 
 CReplacementFile::~CReplacementFile()
 {
     if (!m_TemporaryPath.empty())
-        std::remove(m_TemporaryPath.c_str());
+        filesystem::RemoveFile(m_TemporaryPath);
 }
 
 bool CReplacementFile::Create()
 {
-    std::error_code error;
-    if (files::is_symlink(files::symlink_status(m_Path, error)))
+    if (filesystem::GetLinkKind(m_Path) == EPathKind::Link)
     {
-        m_Path = files::canonical(m_Path, error).string();
-        if (error)
-            return Fail(error.message());
+        const std::string error = filesystem::ResolveLinks(m_Path);
+        if (!error.empty())
+            return Fail(error);
     }
-    const files::file_status status = files::status(m_Path, error);
-    if (files::exists(status) && !files::is_regular_file(status))
+    const EPathKind kind = filesystem::GetPathStatus(m_Path).kind;
+    if (kind == EPathKind::Folder || kind == EPathKind::Other)
         return Fail("Not a regular file");
 
     // A number that is taken, by a run that was killed or another that goes on, is rare.
@@ -38,7 +36,7 @@ bool CReplacementFile::Create()
     for (int i = 0; i < mostAttempts; ++i)
     {
         const std::string name = ".zek-" + std::to_string(random());
-        const std::string path = files::path(m_Path).replace_filename(name).string();
+        const std::string path = m_Path.substr(0, filesystem::GetNameStart(m_Path)) + name;
         if (m_File.Create(path))
         {
             m_TemporaryPath = path;
@@ -53,10 +51,9 @@ bool CReplacementFile::Replace()
     // Before the name, so that a power cut does not leave the name without the bytes.
     if (!m_File.Flush())
         return Fail(m_File.GetError());
-    std::error_code error;
-    files::rename(m_TemporaryPath, m_Path, error);
-    if (error)
-        return Fail(error.message());
+    const std::string error = filesystem::RenameFile(m_TemporaryPath, m_Path);
+    if (!error.empty())
+        return Fail(error);
     m_TemporaryPath.clear();
     // Taking the name has changed the folder. Build tools compare the two times.
     return m_File.Touch() || Fail(m_File.GetError());

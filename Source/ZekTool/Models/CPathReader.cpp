@@ -3,11 +3,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <unistd.h>
-
 #include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Descriptor.h"
 #include "ZekTool/Output/Interrupt.h"
 #include "ZekTool/Output/Text.h"
 
@@ -15,7 +12,7 @@ namespace zektool
 {
 
 CPathReader::CPathReader(const std::string& path)
-    : m_Descriptor(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC))
+    : m_Descriptor(path == "-" ? StandardInput : OpenToRead(path))
 {
     if (m_Descriptor < 0)
         throw CUsageError(MakeShowable(path) + ": " + std::strerror(errno));
@@ -23,8 +20,8 @@ CPathReader::CPathReader(const std::string& path)
 
 CPathReader::~CPathReader()
 {
-    if (m_Descriptor != STDIN_FILENO)
-        close(m_Descriptor);
+    if (m_Descriptor != StandardInput)
+        CloseDescriptor(m_Descriptor);
 }
 
 bool CPathReader::Next(std::string& path)
@@ -53,10 +50,9 @@ bool CPathReader::Next(std::string& path)
 bool CPathReader::Fill()
 {
     constexpr std::size_t readSize = 65536;
-    constexpr int milliseconds = 100;
+    constexpr std::chrono::milliseconds most(100);
     // Whoever writes into a pipe may take his time, and Ctrl-C has to be seen meanwhile.
-    pollfd request = {m_Descriptor, POLLIN, 0};
-    while (poll(&request, 1, milliseconds) <= 0)
+    while (!WaitForBytes(m_Descriptor, most))
     {
         if (IsInterrupted())
             return false;
@@ -66,7 +62,7 @@ bool CPathReader::Fill()
     m_Start = 0;
     const std::size_t left = m_Buffer.size();
     m_Buffer.resize(left + readSize);
-    const ssize_t count = read(m_Descriptor, m_Buffer.data() + left, readSize);
+    const std::ptrdiff_t count = ReadBytes(m_Descriptor, m_Buffer.data() + left, readSize);
     m_Error = count < 0 ? errno : 0;
     m_Buffer.resize(left + (count > 0 ? static_cast<std::size_t>(count) : 0));
     return count > 0;

@@ -1,8 +1,7 @@
 #include "ZekTool/Models/CVariantSearch.h"
 
-#include <filesystem>
-
 #include "Specific/FileSystem/CRandomAccessFile.h"
+#include "Specific/FileSystem/SystemFiles.h"
 
 namespace zektool
 {
@@ -26,7 +25,7 @@ void ForEachPathOf(
 
 std::string GetModelFolder(const std::string& path)
 {
-    return std::filesystem::path(path).remove_filename().string();
+    return path.substr(0, filesystem::GetNameStart(path));
 }
 
 zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::string& name)

@@ -1,10 +1,10 @@
 #include "ZekTool/Models/ModelSearch.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <utility>
 
-#include <fnmatch.h>
-
+#include "Specific/FileSystem/SystemFiles.h"
+#include "ZekTool/Models/NamePattern.h"
 #include "ZekTool/Output/Interrupt.h"
 
 namespace zektool
@@ -13,15 +13,8 @@ namespace zektool
 namespace
 {
 
-namespace fs = std::filesystem;
-
-/// A file or folder in a folder. A folder's name ends with a slash, as in the paths of what is
-/// below it, so that sorting the names sorts those paths.
-struct SEntry
-{
-    std::string name;
-    bool isFolder;
-};
+using filesystem::SFolderEntry;
+using filesystem::SystemSeparator;
 
 class CSearch
 {
@@ -32,14 +25,14 @@ public:
     {
     }
 
-    /// Searches a folder, whose path ends with a slash.
+    /// Searches a folder, whose path ends with a separator.
     void Search(const std::string& folder, std::size_t nameStart)
     {
-        std::error_code error;
-        std::vector<SEntry> entries = Read(folder, error);
-        if (error)
-            m_Models.push_back({folder, nameStart, error.message()});
-        for (const SEntry& entry : entries)
+        std::string error;
+        const std::vector<SFolderEntry> entries = Read(folder, error);
+        if (!error.empty())
+            m_Models.push_back({folder, nameStart, error});
+        for (const SFolderEntry& entry : entries)
         {
             if (IsInterrupted())
                 return;
@@ -51,26 +44,25 @@ public:
     }
 
 private:
-    /// Returns the folders and models in a folder, sorted.
-    std::vector<SEntry> Read(const std::string& folder, std::error_code& error) const
+    /// Returns the folders and models in a folder, sorted. A folder's name ends with a separator,
+    /// as in the paths of what is below it, so that sorting the names sorts those paths.
+    std::vector<SFolderEntry> Read(const std::string& folder, std::string& error) const
     {
-        std::vector<SEntry> entries;
-        fs::directory_iterator i(folder, error);
-        for (; !error && i != fs::directory_iterator(); i.increment(error))
-        {
-            // A link that leads nowhere is no folder, and fails later if its name is a model's.
-            std::error_code ignored;
-            const std::string name = i->path().filename().string();
-            const bool isLink = i->is_symlink(ignored);
-            const bool isFolder = i->is_directory(ignored);
-            if (isFolder && !isLink)
-                entries.push_back({name + '/', true});
-            else if (!isFolder && IsModelName(name))
-                entries.push_back({name, false});
-        }
+        std::vector<SFolderEntry> entries;
+        error = filesystem::ReadFolder(
+            folder,
+            [&](SFolderEntry entry)
+            {
+                if (entry.isFolder && !entry.isLink)
+                    entry.name += SystemSeparator;
+                else if (entry.isFolder || !IsModelName(entry.name))
+                    return true;
+                entries.push_back(std::move(entry));
+                return true;
+            });
         std::sort(
             entries.begin(), entries.end(),
-            [](const SEntry& a, const SEntry& b) { return a.name < b.name; });
+            [](const SFolderEntry& a, const SFolderEntry& b) { return a.name < b.name; });
         return entries;
     }
 
@@ -78,8 +70,7 @@ private:
     {
         return std::any_of(
             m_Patterns.begin(), m_Patterns.end(),
-            [&](const std::string& pattern)
-            { return fnmatch(pattern.c_str(), name.c_str(), 0) == 0; });
+            [&](const std::string& pattern) { return IsMatching(name, pattern); });
     }
 
     const std::vector<std::string>& m_Patterns;
@@ -94,17 +85,15 @@ std::size_t FindModels(
     std::vector<SModelPath>& models)
 {
     const std::size_t before = models.size();
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (fs::is_directory(status))
+    const filesystem::SPathStatus status = filesystem::GetPathStatus(path);
+    if (status.kind == filesystem::EPathKind::Folder)
     {
-        const std::string folder = path.back() == '/' ? path : path + '/';
+        const bool isEnded = filesystem::IsSystemSeparator(path.back());
+        const std::string folder = isEnded ? path : path + SystemSeparator;
         CSearch(patterns, models).Search(folder, folder.size());
     }
     else
-        models.push_back(
-            {path, path.rfind('/') + 1,
-             fs::status_known(status) && fs::exists(status) ? std::string() : error.message()});
+        models.push_back({path, filesystem::GetNameStart(path), status.error});
     return models.size() - before;
 }
 

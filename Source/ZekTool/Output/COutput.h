@@ -8,7 +8,7 @@ namespace zektool
 {
 
 /// Standard output, or another descriptor, with a buffer. What cannot be written is dropped and
-/// remembered as a failure, also when the reader of a pipe is gone: `SIGPIPE` is to be ignored.
+/// remembered as a failure, also when the reader of a pipe is gone: see `PrepareStandardStreams`.
 class COutput
 {
 public:

@@ -1,26 +1,13 @@
 #include "ZekTool/Output/CProgress.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
 #include <fmt/format.h>
-#include <unistd.h>
+
+#include "ZekTool/Output/Descriptor.h"
 
 namespace zektool
 {
-
-namespace
-{
-
-bool IsTerminalThatMovesItsCursor()
-{
-    const char* terminal = std::getenv("TERM");
-    return isatty(STDERR_FILENO) != 0 && terminal != nullptr &&
-           std::string_view(terminal) != "dumb";
-}
-
-} // namespace
 
 std::string MakeProgressLine(const STally& tally, std::size_t total, double seconds)
 {
@@ -37,7 +24,7 @@ std::string MakeProgressLine(const STally& tally, std::size_t total, double seco
     return line;
 }
 
-CProgress::CProgress() : m_IsTerminal(IsTerminalThatMovesItsCursor()) {}
+CProgress::CProgress() : m_IsTerminal(IsTerminalWithCursor(StandardError)) {}
 
 void CProgress::Show(const STally& tally, std::size_t total)
 {

@@ -7,6 +7,9 @@ namespace zektool
 /// `EExitStatus::Interrupted`. Where Ctrl-C was ignored before, it stays so.
 void CatchCtrlC();
 
+/// What happens at a Ctrl-C. A signal handler may call it.
+void OnCtrlC();
+
 /// Tells whether there was a Ctrl-C.
 bool IsInterrupted();
 

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "Independent/CharacterCode/Unicode.h"
+
 namespace zektool
 {
 
@@ -14,29 +16,6 @@ struct SCharacter
     std::size_t size; ///< in bytes; 0 when there is none
 };
 
-/// The lead bytes of UTF-8 and what may follow them.
-struct SLead
-{
-    unsigned char mask;
-    unsigned char bits;
-    unsigned char size; ///< of the character, in bytes
-    char32_t smallest;  ///< a smaller code has a shorter form
-};
-
-constexpr SLead Leads[] = {
-    {0x80, 0x00, 1, 0},
-    {0xE0, 0xC0, 2, 0x80},
-    {0xF0, 0xE0, 3, 0x800},
-    {0xF8, 0xF0, 4, 0x10000},
-};
-
-constexpr char32_t LargestCode = 0x10FFFF;
-
-bool IsSurrogate(char32_t code)
-{
-    return code >= 0xD800 && code <= 0xDFFF;
-}
-
 /// C0 and C1 control characters: what they do to a terminal is not for a model to decide.
 bool IsControl(char32_t code)
 {
@@ -46,23 +25,11 @@ bool IsControl(char32_t code)
 /// Reads the character that bytes start with.
 SCharacter ReadCharacter(std::string_view bytes)
 {
-    const auto first = static_cast<unsigned char>(bytes.front());
-    for (const SLead& lead : Leads)
-    {
-        if ((first & lead.mask) != lead.bits || bytes.size() < lead.size)
-            continue;
-        char32_t code = static_cast<unsigned char>(first & ~lead.mask);
-        for (char c : bytes.substr(1, lead.size - 1))
-        {
-            const auto byte = static_cast<unsigned char>(c);
-            if ((byte & 0xC0) != 0x80)
-                return {0, 0};
-            code = code << 6 | (byte & 0x3FU);
-        }
-        const bool isValid = code >= lead.smallest && code <= LargestCode && !IsSurrogate(code);
-        return {code, isValid ? std::size_t{lead.size} : 0};
-    }
-    return {0, 0};
+    std::string_view rest = bytes;
+    char32_t code = 0;
+    if (!charactercode::TakeUTF8Character(rest, code) || charactercode::IsSurrogate(code))
+        return {0, 0};
+    return {code, bytes.size() - rest.size()};
 }
 
 } // namespace

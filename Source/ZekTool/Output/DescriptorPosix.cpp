@@ -1,0 +1,72 @@
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include "ZekTool/Output/Descriptor.h"
+
+namespace zektool
+{
+
+namespace
+{
+
+/// Waits until a descriptor that does not block takes more.
+void WaitForRoom(int descriptor)
+{
+    constexpr int withoutEnd = -1;
+    pollfd request = {descriptor, POLLOUT, 0};
+    poll(&request, 1, withoutEnd);
+}
+
+} // namespace
+
+void PrepareStandardStreams()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+int OpenToRead(const std::string& path)
+{
+    return open(path.c_str(), O_RDONLY | O_CLOEXEC);
+}
+
+void CloseDescriptor(int descriptor)
+{
+    close(descriptor);
+}
+
+bool WaitForBytes(int descriptor, std::chrono::milliseconds most)
+{
+    pollfd request = {descriptor, POLLIN, 0};
+    return poll(&request, 1, static_cast<int>(most.count())) > 0;
+}
+
+std::ptrdiff_t ReadBytes(int descriptor, char* bytes, std::size_t size)
+{
+    return read(descriptor, bytes, size);
+}
+
+std::ptrdiff_t WriteBytes(int descriptor, const char* bytes, std::size_t size)
+{
+    for (;;)
+    {
+        const ssize_t written = write(descriptor, bytes, size);
+        if (written < 0 && errno == EAGAIN)
+            WaitForRoom(descriptor);
+        else if (written >= 0 || errno != EINTR)
+            return written;
+    }
+}
+
+bool IsTerminalWithCursor(int descriptor)
+{
+    const char* terminal = std::getenv("TERM");
+    return isatty(descriptor) != 0 && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+} // namespace zektool
