@@ -51,12 +51,32 @@ include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
 include(CheckLinkerFlag)
 
+# Asks whether code that a guard concerns can be compiled with some options, and linked without them:
+# the guards of the stack and of buffers call functions that not every C library has, and some
+# compilers know a guard but fail at a large stack.
+function(zek_check_links RESULT)
+    set(CMAKE_REQUIRED_DEFINITIONS ${ARGN})
+    check_cxx_source_compiles(
+        "#include <cstdio>
+        #include <cstring>
+        int main(int count, char** words)
+        {
+            char text[65536];
+            std::memcpy(text, words[0], static_cast<std::size_t>(count));
+            return std::sprintf(text, \"%s\", words[0]);
+        }"
+        ${RESULT})
+endfunction()
+
 # Adds those of some compiler options to an interface target that the compiler knows.
 function(zek_add_known_compile_options TARGET)
     foreach(OPTION IN LISTS ARGN)
         string(MAKE_C_IDENTIFIER ZEK_KNOWS${OPTION} IS_KNOWN)
         check_cxx_compiler_flag(${OPTION} ${IS_KNOWN})
         if(${IS_KNOWN})
+            zek_check_links(${IS_KNOWN}_LINKS ${OPTION})
+        endif()
+        if(${IS_KNOWN}_LINKS)
             target_compile_options(${TARGET} INTERFACE ${OPTION})
         endif()
     endforeach()
@@ -83,8 +103,11 @@ elseif(NOT ZEK_IS_SANITIZED)
     zek_add_known_compile_options(
         zek_options -fstack-protector-strong -fcf-protection -fstack-clash-protection)
     # The library's checks of buffer sizes work only in optimised code.
-    target_compile_options(
-        zek_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    set(FORTIFY -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    zek_check_links(ZEK_CAN_FORTIFY -O2 -D_FORTIFY_SOURCE=2)
+    if(ZEK_CAN_FORTIFY)
+        target_compile_options(zek_options INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${FORTIFY}>")
+    endif()
 endif()
 
 # Linked statically, the program starts in half the time, and starting is most of what it does for

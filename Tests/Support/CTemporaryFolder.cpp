@@ -1,9 +1,9 @@
 #include "Support/CTemporaryFolder.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 namespace files = std::filesystem;
@@ -26,10 +26,11 @@ Bytes ReadBytes(const files::path& path)
 
 CTemporaryFolder::CTemporaryFolder()
 {
-    std::string pattern = (files::temp_directory_path() / "zektexcomp-test-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("cannot make a temporary folder like " + pattern);
-    m_Path = pattern;
+    std::random_device random;
+    do
+        m_Path =
+            (files::temp_directory_path() / "zektexcomp-test-").string() + std::to_string(random());
+    while (!files::create_directory(m_Path)); // false when there is one already
 }
 
 CTemporaryFolder::~CTemporaryFolder()
@@ -43,7 +44,8 @@ void CTemporaryFolder::Write(const std::string& name, const Bytes& bytes) const
     const files::path path = GetPath(name);
     files::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<long>(bytes.size()));
+    file.write(
+        reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (!file.flush())
         throw std::runtime_error("cannot write " + path.string());
 }
@@ -74,7 +76,8 @@ FolderContents CTemporaryFolder::GetContents() const
     for (const files::directory_entry& entry : files::recursive_directory_iterator(m_Path))
     {
         if (entry.is_regular_file())
-            contents[entry.path().lexically_relative(m_Path).string()] = ReadBytes(entry.path());
+            contents[entry.path().lexically_relative(m_Path).generic_string()] =
+                ReadBytes(entry.path());
     }
     return contents;
 }
