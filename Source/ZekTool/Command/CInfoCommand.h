@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZekTool/Command/CModelCommand.h"
-#include "ZekTool/Command/SModelInfo.h"
+#include "ZekTool/Models/SModelInfo.h"
 
 namespace zektool
 {

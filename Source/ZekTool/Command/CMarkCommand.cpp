@@ -14,12 +14,6 @@ namespace zektool
 namespace
 {
 
-constexpr std::array<std::string_view, 3> KindNames = {"texture", "cubemap", "lightmap"};
-
-std::string_view GetKindName(zek::EZEKItemKind kind)
-{
-    return KindNames[static_cast<std::size_t>(kind)];
-}
 
 /// Calls a function with each family whose flag changes: its name, the old and the new value.
 template <typename Use>
@@ -95,20 +89,6 @@ Json MakeChangesJson(const SMarkResult& result)
                      {"to", to}});
             });
     return changes;
-}
-
-Json MakeCountsJson(const SMarkResult& result)
-{
-    Json counts;
-    for (std::size_t kind = 0; kind < KindNames.size(); ++kind)
-    {
-        const SMarkCount& count = result.counts[kind];
-        Json variants;
-        for (std::size_t family = 0; family < count.variants.size(); ++family)
-            variants[std::string(zek::CompressionFamilies[family].name)] = count.variants[family];
-        counts[std::string(KindNames[kind])] = {{"items", count.items}, {"variants", variants}};
-    }
-    return counts;
 }
 
 } // namespace
@@ -199,7 +179,7 @@ std::string CMarkCommand::MakeJson(
         json["output"] = MakeJsonText(outputPath);
     json["marker"] = result.isMarkerSet ? Json({{"from", result.markerFrom}, {"to", 1}}) : nullptr;
     json["changes"] = MakeChangesJson(result);
-    json["counts"] = MakeCountsJson(result);
+    json["counts"] = MakeCountsJson(result.counts);
     return MakeJsonLine(json);
 }
 

@@ -115,7 +115,7 @@ void CMarker::FindVariants()
     for (SMarkItem& item : m_Sink.GetItems())
     {
         const zek::FamilyFlags isPresent = search.Find(item.kind, item.index, item.name);
-        SMarkCount& count = m_Result.counts[static_cast<std::size_t>(item.kind)];
+        SVariantCount& count = m_Result.counts[static_cast<std::size_t>(item.kind)];
         ++count.items;
         for (std::size_t family = 0; family < isPresent.size(); ++family)
         {

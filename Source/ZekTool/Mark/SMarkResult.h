@@ -7,6 +7,7 @@
 
 #include "ZEKFormat/ZEKFlags.h"
 #include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZekTool/Models/SVariantCount.h"
 
 namespace zektool
 {
@@ -25,13 +26,6 @@ struct SMarkItem
     FlagBytes to = {};   ///< what they have to be
 };
 
-/// The items of one kind.
-struct SMarkCount
-{
-    int items = 0;                                              ///< that have flags
-    std::array<int, zek::CompressionFamilyCount> variants = {}; ///< of them, those with a variant
-};
-
 /// What came of marking a model.
 struct SMarkResult
 {
@@ -45,10 +39,10 @@ struct SMarkResult
     EOutcome outcome = Failed;
     std::string reason; ///< of a failure, in one line without the model's path
     int version = 0;
-    bool isMarkerSet = false;         ///< the processed marker differed, ...
-    unsigned char markerFrom = 0;     ///< ... was this, and is to be 1
-    std::vector<SMarkItem> changes;   ///< items of which a flag differs, in file order
-    std::array<SMarkCount, 3> counts; ///< by `zek::EZEKItemKind`
+    bool isMarkerSet = false;       ///< the processed marker differed, ...
+    unsigned char markerFrom = 0;   ///< ... was this, and is to be 1
+    std::vector<SMarkItem> changes; ///< items of which a flag differs, in file order
+    VariantCounts counts = {};
 };
 
 } // namespace zektool

@@ -21,6 +21,19 @@ void ForEachPathOf(
     }
 }
 
+/// Returns a bit for each file of a variant that cannot be opened.
+unsigned
+FindMissingOf(zek::CZEKVariantFinder& finder, const zek::SZEKItem& item, std::size_t family)
+{
+    unsigned missing = 0;
+    for (int file = 0; file < zek::CZEKVariantFinder::GetFileCount(item.kind); ++file)
+    {
+        if (!filesystem::CRandomAccessFile::CanOpen(finder.GetPath(item, family, file)))
+            missing |= 1U << file;
+    }
+    return missing;
+}
+
 } // namespace
 
 std::string GetModelFolder(const std::string& path)
@@ -53,13 +66,36 @@ zek::FamilyFlags CVariantSearch::Find(zek::EZEKItemKind kind, int index, const s
 {
     const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     zek::FamilyFlags isPresent = m_Finder.Find(item);
-    if (kind == zek::EZEKItemKind::Cubemap && m_IsCubemapFolders)
+    if (IsInFolders(kind))
     {
         const zek::FamilyFlags isInFolder = m_FolderFinder.Find(item);
         for (std::size_t family = 0; family < isPresent.size(); ++family)
             isPresent[family] = isPresent[family] || isInFolder[family];
     }
     return isPresent;
+}
+
+MissingFiles CVariantSearch::FindMissing(zek::EZEKItemKind kind, int index, const std::string& name)
+{
+    const zek::SZEKItem item = MakeVariantItem(kind, index, name);
+    MissingFiles missing = {};
+    for (std::size_t family = 0; family < missing.size(); ++family)
+    {
+        missing[family] = FindMissingOf(m_Finder, item, family);
+        if (missing[family] != 0 && IsInFolders(kind))
+            missing[family] = FindMissingOf(m_FolderFinder, item, family);
+    }
+    return missing;
+}
+
+const std::string& CVariantSearch::GetPath(const zek::SZEKItem& item, std::size_t family, int file)
+{
+    return (IsInFolders(item.kind) ? m_FolderFinder : m_Finder).GetPath(item, family, file);
+}
+
+bool CVariantSearch::IsInFolders(zek::EZEKItemKind kind) const
+{
+    return kind == zek::EZEKItemKind::Cubemap && m_IsCubemapFolders;
 }
 
 void CVariantSearch::ForEachPath(
@@ -70,7 +106,7 @@ void CVariantSearch::ForEachPath(
 {
     const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     ForEachPathOf(m_Finder, item, use);
-    if (kind == zek::EZEKItemKind::Cubemap && m_IsCubemapFolders)
+    if (IsInFolders(kind))
         ForEachPathOf(m_FolderFinder, item, use);
 }
 

@@ -25,17 +25,17 @@ using testsupport::STexture;
 using zek::EZEKItemKind;
 using zektool::FlagBytes;
 using zektool::Mark;
-using zektool::SMarkCount;
 using zektool::SMarkItem;
 using zektool::SMarkOptions;
 using zektool::SMarkResult;
+using zektool::SVariantCount;
 
 namespace files = std::filesystem;
 
 namespace
 {
 
-SMarkCount GetCount(const SMarkResult& result, EZEKItemKind kind)
+SVariantCount GetCount(const SMarkResult& result, EZEKItemKind kind)
 {
     return result.counts[static_cast<std::size_t>(kind)];
 }
@@ -102,7 +102,7 @@ TEST_F(CMarkerTest, SetsFlagsAndMarkerAndTellsEachItemThatChanged)
     EXPECT_EQ(GetCount(result, EZEKItemKind::Texture).items, 2);
     EXPECT_EQ(
         GetCount(result, EZEKItemKind::Texture).variants,
-        (std::array<int, zek::CompressionFamilyCount>{0, 0, 0, 2}));
+        (std::array<std::int64_t, zek::CompressionFamilyCount>{0, 0, 0, 2}));
     EXPECT_EQ(GetCount(result, EZEKItemKind::Cubemap).items, 0);
 
     ASSERT_EQ(result.changes.size(), 2u);

@@ -24,10 +24,10 @@ using zektool::SMarkResult;
 namespace
 {
 
-std::string MakeCountLine(const char* words, const zektool::SMarkCount& count)
+std::string MakeCountLine(const char* words, const zektool::SVariantCount& count)
 {
     std::string line = words;
-    for (int variants : count.variants)
+    for (std::int64_t variants : count.variants)
         line += " " + std::to_string(variants);
     return line + "\n";
 }

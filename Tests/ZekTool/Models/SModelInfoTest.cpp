@@ -1,4 +1,4 @@
-#include "ZekTool/Command/SModelInfo.h"
+#include "ZekTool/Models/SModelInfo.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ZekTool/Command/SModelInfo.h"
+#include "ZekTool/Models/SModelInfo.h"
 
 #include <algorithm>
 #include <string_view>
