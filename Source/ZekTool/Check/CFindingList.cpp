@@ -11,6 +11,7 @@ SCheckResult CFindingList::TakeResult()
     SCheckResult result;
     result.errorCount = m_ErrorCount;
     result.warningCount = m_WarningCount;
+    result.counts = m_Counts;
     result.findings = std::move(m_Errors);
     const std::size_t room = m_Options.maxFindings - result.findings.size();
     const auto end =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <set>
 #include <utility>
@@ -16,7 +17,8 @@ struct SCheckOptions
     bool isCubemapFolders = false; ///< takes faces of cubemaps in real folders as well
     std::size_t maxFindings = 100;
     std::set<EFinding> ignored;
-    std::set<EFinding> raised; ///< to errors; what is ignored stays so
+    std::set<EFinding> raised;      ///< to errors; what is ignored stays so
+    std::set<EFinding> countedOnly; ///< counted as suppressed, whatever the limit
 };
 
 /// What a check found.
@@ -26,8 +28,13 @@ struct SCheckResult
     std::size_t errorCount = 0;      ///< of all, also those above the limit
     std::size_t warningCount = 0;    ///< the same
     std::size_t suppressedCount = 0; ///< findings above the limit
+    std::array<std::size_t, FindingKindCount> counts = {}; ///< of all, by `EFinding`
 
     bool HasError() const { return errorCount > 0; }
+    std::size_t GetCount(EFinding finding) const
+    {
+        return counts[static_cast<std::size_t>(finding)];
+    }
 };
 
 /// Takes findings as the options want them, and holds no more than they allow.
@@ -47,8 +54,9 @@ public:
         const ESeverity severity = GetSeverity(finding);
         const bool isError = severity == ESeverity::Error;
         ++(isError ? m_ErrorCount : m_WarningCount);
+        ++m_Counts[static_cast<std::size_t>(finding)];
         std::vector<SFinding>& list = isError ? m_Errors : m_Warnings;
-        if (list.size() >= m_Options.maxFindings)
+        if (list.size() >= m_Options.maxFindings || m_Options.countedOnly.count(finding) != 0)
             return;
         SFinding made = make();
         made.finding = finding;
@@ -71,6 +79,7 @@ private:
     std::vector<SFinding> m_Warnings;
     std::size_t m_ErrorCount = 0;
     std::size_t m_WarningCount = 0;
+    std::array<std::size_t, FindingKindCount> m_Counts = {};
 };
 
 } // namespace zektool

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,6 +56,8 @@ enum class EFinding
     VertexIndex,
     NotFinite,
 };
+
+constexpr std::size_t FindingKindCount = static_cast<std::size_t>(EFinding::NotFinite) + 1;
 
 /// What is the same of all findings of a kind.
 struct SFindingKind

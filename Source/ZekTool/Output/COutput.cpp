@@ -7,6 +7,29 @@
 namespace zektool
 {
 
+namespace
+{
+
+/// Writes all of a text to a descriptor. Returns the number of the error, or 0.
+int WriteTo(int descriptor, std::string_view rest)
+{
+    while (!rest.empty())
+    {
+        const std::ptrdiff_t written = WriteBytes(descriptor, rest.data(), rest.size());
+        if (written < 0)
+            return errno;
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+} // namespace
+
+COutput::COutput(int descriptor)
+    : COutput([descriptor](std::string_view text) { return WriteTo(descriptor, text); })
+{
+}
+
 void COutput::Write(std::string_view text)
 {
     if (m_Error != 0)
@@ -18,15 +41,8 @@ void COutput::Write(std::string_view text)
 
 void COutput::Flush()
 {
-    std::string_view rest = m_Buffer;
-    while (!rest.empty() && m_Error == 0)
-    {
-        const std::ptrdiff_t written = WriteBytes(m_Descriptor, rest.data(), rest.size());
-        if (written >= 0)
-            rest.remove_prefix(static_cast<std::size_t>(written));
-        else
-            m_Error = errno;
-    }
+    if (!m_Buffer.empty() && m_Error == 0)
+        m_Error = m_Writer(m_Buffer);
     m_Buffer.clear();
 }
 

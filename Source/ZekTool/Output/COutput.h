@@ -1,20 +1,27 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace zektool
 {
 
-/// Standard output, or another descriptor, with a buffer. What cannot be written is dropped and
-/// remembered as a failure, also when the reader of a pipe is gone: see `PrepareStandardStreams`.
+/// Standard output, another descriptor, or a function, with a buffer. What cannot be written is
+/// dropped and remembered as a failure, also when the reader of a pipe is gone: see
+/// `PrepareStandardStreams`.
 class COutput
 {
 public:
     static constexpr std::size_t BufferSize = 65536;
 
-    explicit COutput(int descriptor) : m_Descriptor(descriptor) {}
+    /// Writes all of a text. Returns the number of the system's error, or 0.
+    using Writer = std::function<int(std::string_view text)>;
+
+    explicit COutput(int descriptor);
+    explicit COutput(Writer writer) : m_Writer(std::move(writer)) {}
 
     /// Appends to the buffer, which is flushed when it is full.
     void Write(std::string_view text);
@@ -31,7 +38,7 @@ public:
     int GetError() const { return m_Error; }
 
 private:
-    int m_Descriptor;
+    Writer m_Writer;
     int m_Error = 0;
     std::string m_Buffer;
 };

@@ -209,6 +209,23 @@ TEST_F(Checker, ShowsErrorsFirstAndCountsWhatIsAboveTheLimit)
     EXPECT_EQ(6U, m_Result.suppressedCount);
 }
 
+TEST_F(Checker, CountsEachKindAlsoOfWhatItDoesNotKeep)
+{
+    SModel model = MakeModelWithTexture({1, 1, 1, 7});
+    model.tail = "tail";
+    m_Options.countedOnly = {EFinding::FlagWithoutVariant};
+    EXPECT_EQ(2U, Check(model).size());
+    EXPECT_EQ(3U, m_Result.GetCount(EFinding::FlagWithoutVariant));
+    EXPECT_EQ(1U, m_Result.GetCount(EFinding::WrongFlag));
+    EXPECT_EQ(1U, m_Result.GetCount(EFinding::BytesAfterEnd));
+    EXPECT_EQ(0U, m_Result.GetCount(EFinding::NotMarked));
+    EXPECT_EQ(4U, m_Result.errorCount);
+    EXPECT_EQ(3U, m_Result.suppressedCount);
+    m_Options.ignored = {EFinding::WrongFlag};
+    Check();
+    EXPECT_EQ(0U, m_Result.GetCount(EFinding::WrongFlag));
+}
+
 TEST_F(Checker, LeavesOutAndRaisesWhatIsAskedFor)
 {
     SModel model = MakeModelWithTexture(OnlyDXT);

@@ -56,6 +56,29 @@ TEST(COutput, WhatIsWrittenComesWithAFlush)
     EXPECT_EQ(0, output.GetError());
 }
 
+TEST(COutput, GoesToAFunctionUntilThatFails)
+{
+    std::string written;
+    int error = 0;
+    COutput output(
+        [&](std::string_view text)
+        {
+            written += text;
+            return error;
+        });
+    output.Flush();
+    output.Write("one");
+    output.Flush();
+    EXPECT_EQ("one", written);
+    error = EIO;
+    output.Write("two");
+    output.Flush();
+    EXPECT_EQ(EIO, output.GetError());
+    output.Write("three");
+    output.Flush();
+    EXPECT_EQ("onetwo", written);
+}
+
 TEST(COutput, AFullBufferIsFlushed)
 {
     SPipe pipe;
