@@ -51,9 +51,14 @@ if [ $# -eq 0 ]; then
     echo "It has made the same model as zek, byte for byte."
 fi
 
-if [ "$status" -eq 0 ]; then
+checked=$status
+report=$root/build/report.html
+show zek report -o "$report" -- "$path"
+
+if [ "$checked" -eq 0 ]; then
     printf '\nEvery flag is true: zek check finds no error any more.\n'
 else
     printf '\nNot all is well: the errors above say what to do.\n'
 fi
-exit "$status"
+printf 'The report lies in %s: open it in a browser.\n' "$report"
+exit "$checked"

@@ -6,7 +6,7 @@ _zek() {
     COMPREPLY=()
 
     if [ "$COMP_CWORD" -eq 1 ]; then
-        mapfile -t COMPREPLY < <(compgen -W "info dump check mark help --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "info dump check mark report help --version" -- "$current")
         return
     fi
     case $previous in
@@ -25,11 +25,12 @@ _zek() {
 
     local of_models="--json --name --files0-from --jobs"
     case $command in
-        help) mapfile -t COMPREPLY < <(compgen -W "info dump check mark" -- "$current"); return ;;
+        help) mapfile -t COMPREPLY < <(compgen -W "info dump check mark report" -- "$current"); return ;;
         info) options+=" $of_models" ;;
         dump) options+=" --json --elements --section" ;;
         check) options+=" $of_models --deep --max-findings --ignore --error --explain"
                options+=" --cubemap-folders" ;;
+        report) options+=" $of_models --csv --output --cubemap-folders" ;;
         mark) options+=" $of_models --dry-run --always --output --depfile --cubemap-folders" ;;
     esac
     if [[ $current == -* ]]; then

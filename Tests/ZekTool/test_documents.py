@@ -7,7 +7,7 @@ import unittest
 
 from program import PROGRAM, ROOT, run
 
-COMMANDS = ("info", "dump", "check", "mark")
+COMMANDS = ("info", "dump", "check", "mark", "report")
 MANUAL = (ROOT / "Documents/zek.1").read_text()
 COMPLETION = ROOT / "Source/ZekTool/zek.bash"
 

@@ -25,6 +25,7 @@ CASES = {
     "help-dump": [["help", "dump"]],
     "help-check": [["help", "check"]],
     "help-mark": [["help", "mark"]],
+    "help-report": [["help", "report"]],
     "version": [["--version"]],
     "usage": [[], ["walk"], ["info"], ["mark", "--frob", "x"], ["info", "none"], ["check", "empty"]],
     "info": [["info", OLD, FULL, NEW, CUT]],
@@ -45,6 +46,9 @@ CASES = {
     "mark-dry-run": [["mark", "-n", OLD, FULL, NEW, CUT]],
     "mark-json": [["mark", "--json", OLD, FULL, NEW, CUT], ["mark", "--json", NEW]],
     "mark-dry-run-json": [["mark", "--json", "-n", NEW]],
+    "report": [["report", OLD, FULL, NEW, CUT], ["report", "-o", "none/page.html", NEW]],
+    "report-csv": [["report", "--csv", OLD, FULL, NEW, CUT]],
+    "report-json": [["report", "--json", OLD, FULL, NEW, CUT]],
 }
 
 

@@ -199,7 +199,8 @@ class Lists(ProgramTest):
 class Outputs(ProgramTest):
     def test_a_full_disk_is_a_failure(self):
         self.write(b"a.zek")
-        for words in (["info", "."], ["dump", "a.zek"], ["check", "."], ["mark", "."], ["help"]):
+        for words in (["info", "."], ["dump", "a.zek"], ["check", "."], ["mark", "."], ["help"],
+                      ["report", "--json", "."], ["report", "--csv", "."]):  # fmt: skip
             with open("/dev/full", "wb") as full:
                 process = start(*words, cwd=self.folder, stdout=full, stderr=subprocess.PIPE)
                 errors = process.communicate(timeout=60)[1]
@@ -275,6 +276,59 @@ class Models(ProgramTest):
         self.assertEqual(2, run("mark", "--depfile", "d", ".", cwd=self.folder).returncode)
         self.assertEqual(0, run("mark", "--depfile", "d", "1.zek", cwd=self.folder).returncode)
         self.assertIn(b"1.zek:", self.read(self.folder + "/d"))
+
+
+class Reports(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.write(b"models/a.zek", make_model(flags=b"\1\0\0\0"))
+        self.write(b"models/b.zek", b"no model")
+
+    def report(self, *words):
+        return run("report", *words, "models", cwd=self.folder)
+
+    def test_go_to_a_page_in_the_working_folder_and_succeed_whatever_the_models(self):
+        result = self.report()
+        self.assertEqual((0, b""), (result.returncode, result.stderr))
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual("2 models: 1 read, 1 refused, 1 stale; 4 of 4 variants are missing", lines[0])
+        self.assertEqual(["failed: models/b.zek", "written: report.html"], lines[1:])
+        page = self.read(self.folder + "/report.html")
+        self.assertTrue(page.startswith(b"<!DOCTYPE html>") and page.endswith(b"</html>\n"))
+
+    def test_go_where_they_are_to_go(self):
+        for words in (["--csv"], ["--json"]):
+            printed = self.report(*words)
+            self.assertEqual(0, printed.returncode)
+            self.assertIn(b"2 models: 1 read, 1 refused", printed.stderr)
+            written = self.report(*words, "-o", "out")
+            self.assertEqual(printed.stdout, self.read(self.folder + "/out"))
+            self.assertIn(b"written: out", written.stdout)
+
+    def test_are_the_same_with_any_number_of_threads(self):
+        self.write_many(300)
+        for words in ([], ["--csv"], ["--json"]):
+            reports = set()
+            for threads in ("1", "8"):
+                run("report", *words, "-j", threads, "-o", "out", "many", "models", cwd=self.folder)
+                reports.add(self.read(self.folder + "/out"))
+            self.assertEqual(1, len(reports))
+
+    def test_leave_what_stood_there_when_they_fail(self):
+        self.write(b"out", b"before")
+        before = sorted(os.listdir(self.folder))
+        self.assertEqual(2, run("report", "-o", "out", "none", cwd=self.folder).returncode)
+        result = self.report("-o", "none/out")
+        self.assertEqual(1, result.returncode)
+        self.assertIn(b"none/out: No such file or directory", result.stderr)
+        process = start("report", "-o", "out", "--files0-from", "-", cwd=self.folder,
+                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)  # fmt: skip
+        time.sleep(0.3)
+        process.send_signal(signal.SIGINT)
+        output = process.communicate(timeout=60)[0]
+        self.assertEqual((130, b"not written: out"), (process.returncode, output.splitlines()[-1]))
+        self.assertEqual(b"before", self.read(self.folder + "/out"))
+        self.assertEqual(before, sorted(os.listdir(self.folder)))
 
 
 class Interrupts(ProgramTest):

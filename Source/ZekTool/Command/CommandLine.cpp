@@ -19,11 +19,12 @@ struct SCommandName
     const char* summary;
 };
 
-constexpr std::array<SCommandName, 4> Commands = {{
+constexpr std::array<SCommandName, 5> Commands = {{
     {"info", ECommand::Info, "Show what is in models: version, counts, items and their flags"},
     {"dump", ECommand::Dump, "Show every field of a model: offset, type, path, value"},
     {"check", ECommand::Check, "Say what is wrong with models and the variants beside them"},
     {"mark", ECommand::Mark, "Set the flags of models to the variants beside them"},
+    {"report", ECommand::Report, "Write a page that shows which models lack which variants"},
 }};
 
 constexpr std::array<const char*, 8> Sections = {"header", "nodes",    "meshes", "materials",
@@ -97,6 +98,19 @@ void AddMarkOptions(CLI::App& app, SCommandLine& line)
     AddCubemapFolders(app, line);
 }
 
+void AddReportOptions(CLI::App& app, SCommandLine& line)
+{
+    CLI::Option* csv =
+        app.add_flag("--csv", line.isCsv, "Print comma-separated values instead, a line a model");
+    csv->excludes(app.get_option("--json"));
+    app.add_option(
+        "-o,--output", line.outputPath,
+        "Write to OUT: without it the page goes to report.html in the working folder, and --csv "
+        "and --json to standard output");
+    AddCubemapFolders(app, line);
+    app.footer("Models that are refused stand in the report and do not make it fail.");
+}
+
 /// Adds what a command takes. The names go to a list of their own, so that none of them is added to
 /// the default.
 void AddOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& names)
@@ -109,6 +123,8 @@ void AddOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& nam
         AddCheckOptions(app, line);
     if (line.command == ECommand::Mark)
         AddMarkOptions(app, line);
+    if (line.command == ECommand::Report)
+        AddReportOptions(app, line);
 }
 
 /// Writes the help of a command.
@@ -165,7 +181,7 @@ void CheckPaths(const SCommandLine& line, const std::string& commandName)
         throw CUsageError("dump takes one model; 'zek help dump' says more");
     if (!line.files0From.empty() && !line.paths.empty())
         throw CUsageError("paths are taken from --files0-from or the command line, not both");
-    if (!line.files0From.empty() && !line.outputPath.empty())
+    if (line.command == ECommand::Mark && !line.files0From.empty() && !line.outputPath.empty())
         throw CUsageError("-o takes the paths of its models from the command line");
     if (line.files0From.empty() && line.paths.empty())
         throw CUsageError("no models: name models or folders, such as 'zek " + commandName + " .'");

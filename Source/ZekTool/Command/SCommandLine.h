@@ -13,6 +13,7 @@ enum class ECommand
     Dump,
     Check,
     Mark,
+    Report,
     Explain, ///< `check --explain CODE`
     Print,   ///< print `SCommandLine::message`: a help text, or the version
 };
@@ -40,9 +41,11 @@ struct SCommandLine
 
     bool isDryRun = false;         ///< of mark
     bool isAlways = false;         ///< of mark
-    std::string outputPath;        ///< of mark; empty for in place
+    std::string outputPath;        ///< of mark, empty for in place; of report, empty for its own
     std::string depfilePath;       ///< of mark; empty for none
-    bool isCubemapFolders = false; ///< of check and mark
+    bool isCubemapFolders = false; ///< of check, mark and report
+
+    bool isCsv = false; ///< of report
 };
 
 } // namespace zektool

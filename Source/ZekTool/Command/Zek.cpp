@@ -1,17 +1,22 @@
 #include "ZekTool/Command/Zek.h"
 
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 #include <fmt/format.h>
 
 #include "ZekTool/Command/CCheckCommand.h"
 #include "ZekTool/Command/CInfoCommand.h"
 #include "ZekTool/Command/CMarkCommand.h"
+#include "ZekTool/Command/CReportCommand.h"
 #include "ZekTool/Command/CRunner.h"
 #include "ZekTool/Command/CommandLine.h"
 #include "ZekTool/Command/Dump.h"
+#include "ZekTool/Mark/CReplacementFile.h"
 #include "ZekTool/Models/CModelList.h"
 #include "ZekTool/Output/COutput.h"
 #include "ZekTool/Output/CProgress.h"
@@ -57,18 +62,25 @@ std::string MakeSummary(const CModelCommand& command, const STally& tally)
     return text;
 }
 
-EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
+/// Does a command to all models. Throws when there were none, or not all could be found.
+STally
+RunOnAll(const SCommandLine& line, CModelCommand& command, CModelList& models, COutput& output)
 {
-    CModelList models = MakeModelList(line);
-    const auto command = MakeCommand(line, models);
     CProgress progress;
-    const STally tally = CRunner(*command, models, output, progress).Run(line.threadCount);
-
+    const STally tally = CRunner(command, models, output, progress).Run(line.threadCount);
     const std::string listError = models.GetError();
     if (!listError.empty())
         throw std::runtime_error(MakeShowable(line.files0From) + ": " + listError);
     if (tally.GetTotal() == 0 && !IsInterrupted())
         throw CUsageError(MakeShowable(line.files0From) + ": no paths in it");
+    return tally;
+}
+
+EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
+{
+    CModelList models = MakeModelList(line);
+    const auto command = MakeCommand(line, models);
+    const STally tally = RunOnAll(line, *command, models, output);
     // Programs read JSON, and a person what is on the other stream.
     COutput errors(StandardError);
     if (models.IsSeveral())
@@ -77,6 +89,61 @@ EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
     if (IsInterrupted())
         return EExitStatus::Interrupted;
     return tally.failed == 0 ? EExitStatus::Success : EExitStatus::Failure;
+}
+
+/// Reports on all models to an output. Returns what came of them, in words.
+std::string ReportTo(const SCommandLine& line, COutput& output)
+{
+    CModelList models = MakeModelList(line);
+    CReportCommand command(line);
+    command.Begin(output);
+    const STally tally = RunOnAll(line, command, models, output);
+    if (!IsInterrupted())
+        command.End(output);
+    output.Flush();
+    return MakeSummary(command, tally);
+}
+
+/// Writes a report to a file, complete or, after Ctrl-C, not at all.
+std::string ReportToFile(const SCommandLine& line, const std::string& path)
+{
+    CReplacementFile file(path);
+    const auto fail = [&](const std::string& error)
+    { throw std::runtime_error(MakeShowable(path) + ": " + error); };
+    if (!file.Create())
+        fail(file.GetError());
+    std::int64_t size = 0;
+    COutput output(
+        [&](std::string_view text)
+        {
+            const auto length = static_cast<std::int64_t>(text.size());
+            const bool isWritten = file.GetFile().Write(size, text.data(), length);
+            size += length;
+            return isWritten ? 0 : EIO;
+        });
+    std::string summary = ReportTo(line, output);
+    if (output.GetError() != 0)
+        fail(file.GetFile().GetError());
+    if (IsInterrupted())
+        return summary + "not written: " + MakeShowable(path) + '\n';
+    if (!file.Replace())
+        fail(file.GetError());
+    return summary + "written: " + MakeShowable(path) + '\n';
+}
+
+/// Reports on models. It is the report that succeeds or fails, not the models in it.
+EExitStatus Report(const SCommandLine& line, COutput& output)
+{
+    const bool isPage = !line.isCsv && !line.isJson;
+    if (isPage || !line.outputPath.empty())
+        output.Write(ReportToFile(line, line.outputPath.empty() ? "report.html" : line.outputPath));
+    else
+    {
+        COutput errors(StandardError);
+        errors.Write(ReportTo(line, output));
+        errors.Flush();
+    }
+    return IsInterrupted() ? EExitStatus::Interrupted : EExitStatus::Success;
 }
 
 EExitStatus RunCommand(const SCommandLine& line, COutput& output)
@@ -91,6 +158,8 @@ EExitStatus RunCommand(const SCommandLine& line, COutput& output)
         return EExitStatus::Success;
     case ECommand::Dump:
         return Dump(line, output);
+    case ECommand::Report:
+        return Report(line, output);
     case ECommand::Info:
     case ECommand::Check:
     case ECommand::Mark:

@@ -39,6 +39,17 @@ TEST(CommandLine, RepeatedNamesStandInPlaceOfTheDefault)
     EXPECT_EQ((Words{"a", "b"}), line.paths);
 }
 
+TEST(CommandLine, AReportMayGoToAFileFromAnyList)
+{
+    const auto line = ParseCommandLine(
+        {"report", "--files0-from", "list", "-o", "out.csv", "--csv", "--cubemap-folders"});
+    EXPECT_EQ(ECommand::Report, line.command);
+    EXPECT_EQ("out.csv", line.outputPath);
+    EXPECT_TRUE(line.isCsv);
+    EXPECT_FALSE(line.isJson);
+    EXPECT_TRUE(line.isCubemapFolders);
+}
+
 TEST(CommandLine, WrongUseIsAnError)
 {
     for (const Words& words : std::vector<Words>{
@@ -55,6 +66,9 @@ TEST(CommandLine, WrongUseIsAnError)
              {"dump", "--section", "walls", "a"},
              {"mark", "-o", "a", "-o", "b", "c"},
              {"mark", "--files0-from", "list", "a"},
+             {"mark", "--files0-from", "list", "-o", "out"},
+             {"report", "--csv", "--json", "a"},
+             {"report", "--deep", "a"},
              {"help", "frob"}})
         EXPECT_THROW(ParseCommandLine(words), CUsageError) << ::testing::PrintToString(words);
 }

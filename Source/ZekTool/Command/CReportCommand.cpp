@@ -1,0 +1,79 @@
+#include "ZekTool/Command/CReportCommand.h"
+
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "ZekTool/Output/Json.h"
+#include "ZekTool/Output/Text.h"
+#include "ZekTool/Report/ReportText.h"
+
+namespace zektool
+{
+
+CReportCommand::CReportCommand(const SCommandLine& line)
+    : m_Line(line)
+    , m_Page(line.isCubemapFolders)
+{
+}
+
+SResult CReportCommand::Run(const SModelPath& model)
+{
+    const SModelReport report = MakeModelReport(model.path, m_Line.isCubemapFolders);
+    return Take(model, report, report.IsRefused() ? EOutcome::Failed : EOutcome::Well);
+}
+
+SResult CReportCommand::MakeFailure(
+    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+{
+    if (outcome == EOutcome::NotDone)
+        return {outcome, m_Line.isJson ? MakeFailureJson(model.path, outcome, reason) : ""};
+    SModelReport report;
+    report.refusal = reason;
+    return Take(model, report, outcome);
+}
+
+SResult
+CReportCommand::Take(const SModelPath& model, const SModelReport& report, EOutcome outcome) const
+{
+    std::string output;
+    if (m_Line.isCsv)
+        output = MakeCsvLine(model.path, report);
+    else if (m_Line.isJson)
+        output = MakeReportJson(model.path, report, m_Line.isCubemapFolders);
+    else
+        output = CReportPage::MakeRow(model.path, report);
+
+    const std::lock_guard lock(m_Mutex);
+    m_Total.Add(report);
+    if (!IsPage())
+        return {outcome, std::move(output)};
+    m_Page.Add(model.path, std::move(output));
+    return {outcome, ""};
+}
+
+std::string CReportCommand::MakeSummary(const STally& tally) const
+{
+    const std::int64_t items = GetItemCount(m_Total.counts);
+    return fmt::format(
+        "{} read, {} refused, {} stale; {} of {} are missing", tally.well, tally.failed,
+        m_Total.stale, GetMissingCount(m_Total.counts),
+        MakeCount(
+            static_cast<std::size_t>(items * zek::CompressionFamilyCount), "variant", "variants"));
+}
+
+void CReportCommand::Begin(COutput& output) const
+{
+    if (m_Line.isCsv)
+        output.Write(MakeCsvHeader());
+}
+
+void CReportCommand::End(COutput& output)
+{
+    if (IsPage())
+        m_Page.Write(output);
+    else if (m_Line.isJson)
+        output.Write(MakeTotalJson(m_Total));
+}
+
+} // namespace zektool
