@@ -29,6 +29,8 @@ check "Windows" Scripts/test-windows.sh
 check "fuzzers" Scripts/fuzz.sh 600
 # 1.5 GB of models, and a machine that does nothing else meanwhile.
 check "benchmarks" Scripts/benchmark.sh
+# 10,000 models with their variants, and a browser.
+check "report" Scripts/check-report.sh
 # A cluster of one node, for a minute.
 check "Slurm" Scripts/check-slurm.sh
 summarise
