@@ -14,7 +14,6 @@ namespace zektool
 namespace
 {
 
-
 /// Calls a function with each family whose flag changes: its name, the old and the new value.
 template <typename Use>
 void ForEachChange(const SMarkItem& item, Use use)

@@ -100,7 +100,7 @@ SModelReport MakeModelReport(const std::string& path, bool isCubemapFolders)
     CVariantSearch search(GetModelFolder(path), isCubemapFolders);
     report.items = {
         MakeItems(zek::EZEKItemKind::Texture, info.textures, search),
-        MakeItems(zek::EZEKItemKind::Cubemap, info.probes, search),
+        MakeItems(zek::EZEKItemKind::Cubemap, info.cubemaps, search),
         MakeItems(zek::EZEKItemKind::Lightmap, info.lightmaps, search)};
     return report;
 }

@@ -5,6 +5,7 @@
 namespace
 {
 
+using zektool::GetKindName;
 using zektool::SVariantCount;
 using zektool::VariantCounts;
 

@@ -72,7 +72,7 @@ TEST_F(SModelReportTest, SaysWhyAModelIsRefused)
     m_Folder.Write("model.zek", "ZEK");
     const SModelReport report = MakeModelReport(m_Path, false);
     EXPECT_TRUE(report.IsRefused());
-    EXPECT_EQ("header: magic at 0x0: text without an end in the 3 bytes left", report.refusal);
+    EXPECT_EQ("header: magic at 0x0: it looks like text", report.refusal);
     EXPECT_EQ(1U, report.check.GetCount(EFinding::NotAModel));
     EXPECT_FALSE(report.IsStale());
     EXPECT_TRUE(MakeModelReport(m_Folder.GetPath("none"), false).IsRefused());
