@@ -254,7 +254,8 @@ async function openModel(text) {
     await page.uncheck("#folders");
     await page.fill("#text", text);
     await page.waitForFunction(() => /^1 of/.test(document.getElementById("shown").textContent));
-    await page.locator("#models .model button").click();
+    const button = page.locator("#models .model > th button");
+    if ((await button.getAttribute("aria-expanded")) === "false") await button.click();
     return page.locator("#models .details");
 }
 
@@ -350,7 +351,7 @@ test("takes names for text, whatever is in them", async () => {
     assert.equal(await page.locator("img, iframe, script:not(head script, body > script)").count(), 0);
     const shown = new Set(await page.locator(".items bdi").allTextContents());
     const items = browsing.readLines("info.jsonl").filter(({ model }) => /names\/(?!many)/.test(browsing.show(model)))
-        .flatMap(({ textures, probes, lightmaps }) => [...textures, ...probes, ...lightmaps]);
+        .flatMap(({ textures, cubemaps, lightmaps }) => [...textures, ...cubemaps, ...lightmaps]);
     assert.ok(items.length > 40);
     for (const { name } of items) assert.ok(shown.has(browsing.show(name)), browsing.show(name));
 });
@@ -361,6 +362,9 @@ test("keeps within its width", async () => {
         for (const text of ["many.zek", "right to left", "names/long", "tower.zek"]) {
             await (await openModel(text)).waitFor();
             assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${width} ${text}`);
+            const [row, details] = await Promise.all([".model", ".details"].map((name) => page.locator(`#models ${name}`).boundingBox()));
+            assert.equal(row.width, details.width, "what a row opens to has no columns of its own");
+            assert.ok((await page.locator("#models .model th").boundingBox()).width >= 150, `${width} ${text}`);
         }
         await page.fill("#text", "");
         await page.waitForFunction(() => !/^1 of/.test(document.getElementById("shown").textContent));

@@ -314,6 +314,13 @@ const columns = [
     { key: "findings", title: "Findings", class: "wide column-findings" },
 ];
 
+// Where it matches, the style hides the columns that are only for a wide page.
+const narrow = matchMedia("(max-width: 60rem)");
+
+function countColumns() {
+    return columns.filter((column) => !narrow.matches || !column.class.includes("wide")).length;
+}
+
 function makeHead() {
     return make("tr", { role: "row" }, ...columns.map(({ key, title, class: name }) => {
         const isSorted = state.sortKey === key;
@@ -407,7 +414,7 @@ function showMoreRows() {
 }
 
 function makeMoreRow(button) {
-    waiting = make("tr", { role: "row", class: "more" }, make("td", { role: "cell", colspan: columns.length }, button));
+    waiting = make("tr", { role: "row", class: "more" }, make("td", { role: "cell", colspan: countColumns() }, button));
     observer.observe(waiting);
     return waiting;
 }
@@ -435,7 +442,7 @@ function showModels(rowCount = 0) {
 
 function makeDetails(model) {
     const files = countFiles(model.tally);
-    const cell = make("td", { role: "cell", colspan: columns.length },
+    const cell = make("td", { role: "cell", colspan: countColumns() },
         make("p", {}, ...makeWholePath(model.folder + model.name)),
         make("p", { class: "note" }, model.refusal ? `Refused: ${model.refusal}`
             : `Version ${model.version}, ${count(model.tally.size, "byte", "bytes")}, ${count(model.tally.items, "item", "items")}`),
@@ -666,10 +673,9 @@ function listen() {
     find("folders").addEventListener("change", () => change({ isInFolders: find("folders").checked }));
     find("fold").addEventListener("click", () => change({ isFolded: true, folds: new Map() }));
     find("unfold").addEventListener("click", () => change({ isFolded: false, folds: new Map() }));
+    narrow.addEventListener("change", () => showModels(find("models").tBodies[0].rows.length));
     // On paper there is no button to ask for more.
-    addEventListener("beforeprint", () => {
-        while (waiting?.isConnected) showMoreRows();
-    });
+    addEventListener("beforeprint", () => showModels(Infinity));
 }
 
 function change(values) {
