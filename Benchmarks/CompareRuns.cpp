@@ -1,11 +1,12 @@
 // Runs two commands in turn and compares them:
 //
-//     CompareRuns COUNT COMMAND... against COMMAND...
+//     CompareRuns COUNT [before SHELL_COMMAND] COMMAND... against COMMAND...
 //
 // It prints one line: how often the first command's wall time is that of the second (the median,
 // the smallest and the largest of COUNT pairs of runs), the first command's median wall time in
 // microseconds, and its largest resident memory in kilobytes. The commands read nothing, what they
-// print is dropped, and they must succeed. One pair of runs more, the first, is not measured.
+// print is dropped, and they must succeed. One pair of runs more, the first, is not measured, nor
+// is what the shell does before each run.
 
 #include <algorithm>
 #include <chrono>
@@ -36,13 +37,18 @@ struct SRun
     std::exit(1);
 }
 
+[[noreturn]] void FailUsage()
+{
+    Fail("usage: CompareRuns COUNT [before SHELL_COMMAND] COMMAND... against COMMAND...");
+}
+
 class CCommand
 {
 public:
-    explicit CCommand(const std::vector<char*>& words) : m_Words(words)
+    CCommand(const char* before, const std::vector<char*>& words) : m_Before(before), m_Words(words)
     {
         if (m_Words.empty())
-            Fail("usage: CompareRuns COUNT COMMAND... against COMMAND...");
+            FailUsage();
         m_Words.push_back(nullptr);
         posix_spawn_file_actions_init(&m_Files);
         posix_spawn_file_actions_addopen(&m_Files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
@@ -55,6 +61,8 @@ public:
 
     SRun Run() const
     {
+        if (m_Before != nullptr && std::system(m_Before) != 0)
+            Fail(std::string(m_Before) + " fails");
         using Clock = std::chrono::steady_clock;
         const Clock::time_point start = Clock::now();
         pid_t process;
@@ -70,6 +78,7 @@ public:
     }
 
 private:
+    const char* m_Before; ///< for the shell, or null
     std::vector<char*> m_Words;
     posix_spawn_file_actions_t m_Files;
 };
@@ -88,10 +97,15 @@ int main(int argc, char* argv[])
     char** const separator =
         std::find_if(argv, end, [](const char* word) { return std::string(word) == "against"; });
     if (argc < 5 || separator == end)
-        Fail("usage: CompareRuns COUNT COMMAND... against COMMAND...");
+        FailUsage();
     const int count = std::max(std::atoi(argv[1]), 1);
-    const CCommand first(std::vector<char*>(argv + 2, separator));
-    const CCommand second(std::vector<char*>(separator + 1, end));
+    const bool hasBefore = std::string(argv[2]) == "before";
+    const char* before = hasBefore ? argv[3] : nullptr;
+    char** const words = argv + (hasBefore ? 4 : 2);
+    if (words > separator)
+        FailUsage();
+    const CCommand first(before, std::vector<char*>(words, separator));
+    const CCommand second(before, std::vector<char*>(separator + 1, end));
 
     first.Run();
     second.Run();

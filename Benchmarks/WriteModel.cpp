@@ -2,10 +2,10 @@
 //
 //     WriteModel KIND AMOUNT FILE
 //
-// KIND is one of those in MakeRecords below, or "empty". AMOUNT counts megabytes (10^6 bytes) for
-// the kinds that fill a file with records, items for textures and probes, and bytes for the empty
-// model, which has a bone's name fill it up. It prints the size of the file, and of the lists that
-// its largest mesh has in memory, in bytes.
+// KIND is one of those in MakeRecords below, or "empty"; "wrong-nodes" have a mesh that is not
+// there. AMOUNT counts megabytes (10^6 bytes) for the kinds that fill a file with records, items
+// for textures and probes, and bytes for the empty model, which has a bone's name fill it up. It
+// prints the size of the file in bytes.
 
 #include <algorithm>
 #include <cstdio>
@@ -15,11 +15,7 @@
 #include <vector>
 
 #include "Independent/FileImage/FileImage.h"
-#include "Independent/Math3D/S3D.h"
-#include "Independent/Math3D/SColor32.h"
-#include "Independent/Math3D/SUV.h"
 #include "Support/CModelBuilder.h"
-#include "ZEKOverwriter/CZEKBoneWeight.h"
 
 using testsupport::CModelBuilder;
 
@@ -27,9 +23,9 @@ namespace
 {
 
 constexpr int Version = 25;
-constexpr int LargestVertexCountOf16BitIndices = 65536;
 constexpr int VertexCount16BitIndices = 60000;
 constexpr int VertexCount32BitIndices = 70000;
+constexpr int NoIndex = -1;
 constexpr testsupport::StreamFlags NoStreams = {0, 0, 0, 0, 0, 0};
 constexpr testsupport::StreamFlags AllStreams = {1, 1, 1, 1, 1, 1};
 
@@ -46,27 +42,7 @@ struct SRecords
         Textures,
     } section;
     Bytes record;
-    std::size_t listSize = 0; ///< bytes of the lists that a record has in memory
 };
-
-/// What the vertices of a mesh, its indices and its morphs take in memory.
-std::size_t GetListSize(const testsupport::SMesh& mesh)
-{
-    const auto vertexCount = static_cast<std::size_t>(mesh.vertexCount);
-    const testsupport::StreamFlags& streams = mesh.streams;
-    std::size_t vertexSize = sizeof(S3D);
-    vertexSize += streams[0] * sizeof(S3D) + streams[1] * sizeof(S3D);
-    vertexSize += streams[2] * sizeof(SUV) + streams[3] * sizeof(SUV);
-    vertexSize += streams[4] * sizeof(math3d::SColor32);
-    vertexSize += streams[5] * sizeof(zek::CZEKBoneWeight);
-
-    std::size_t size = vertexCount * (vertexSize + mesh.morphNames.size() * sizeof(S3D));
-    const std::size_t indexSize =
-        mesh.vertexCount <= LargestVertexCountOf16BitIndices ? sizeof(short) : sizeof(int);
-    for (const testsupport::SPrimitive& primitive : mesh.primitives)
-        size += primitive.indices.size() * indexSize;
-    return size;
-}
 
 SRecords
 MakeMesh(int vertexCount, const testsupport::StreamFlags& streams, int indexCount, int morphCount)
@@ -76,17 +52,19 @@ MakeMesh(int vertexCount, const testsupport::StreamFlags& streams, int indexCoun
     mesh.streams = streams;
     mesh.primitives.clear();
     if (indexCount > 0)
-        mesh.primitives.push_back({0, std::vector<int>(static_cast<std::size_t>(indexCount), 1)});
+        mesh.primitives.push_back(
+            {NoIndex, std::vector<int>(static_cast<std::size_t>(indexCount), 1)});
     mesh.morphNames.assign(static_cast<std::size_t>(morphCount), "smile");
     CModelBuilder builder(Version);
     builder.AddMesh(mesh);
-    return {SRecords::Meshes, builder.GetImage(), GetListSize(mesh)};
+    return {SRecords::Meshes, builder.GetImage()};
 }
 
-SRecords MakeNode()
+SRecords MakeNode(int meshIndex)
 {
     testsupport::SNode node;
     node.name = "Armature/Hips/Spine";
+    node.meshIndex = meshIndex;
     node.colliderShape = 0;
     CModelBuilder builder(Version);
     builder.AddNode(node);
@@ -97,6 +75,7 @@ SRecords MakeMaterial()
 {
     testsupport::SMaterial material;
     material.name = "Concrete wall";
+    material.mainTextureIndex = NoIndex;
     material.shaderType = 1;
     material.subFlag = 1;
     CModelBuilder builder(Version);
@@ -178,7 +157,9 @@ SRecords MakeRecords(const std::string& kind)
     if (kind == "indices-32-bit")
         return MakeMesh(VertexCount32BitIndices, NoStreams, 2000000, 0);
     if (kind == "nodes")
-        return MakeNode();
+        return MakeNode(NoIndex);
+    if (kind == "wrong-nodes")
+        return MakeNode(0);
     if (kind == "materials")
         return MakeMaterial();
     if (kind == "textures" || kind == "probes" || kind == "empty")
@@ -213,8 +194,8 @@ int main(int argc, char* argv[])
         std::fprintf(
             stderr,
             "usage: WriteModel KIND AMOUNT FILE\n"
-            "KIND: large-meshes small-meshes morphs indices-16-bit indices-32-bit nodes materials"
-            " (megabytes),\n      textures probes (items), empty (bytes)\n");
+            "KIND: large-meshes small-meshes morphs indices-16-bit indices-32-bit nodes wrong-nodes"
+            " materials (megabytes),\n      textures probes (items), empty (bytes)\n");
         return 1;
     }
 
@@ -231,6 +212,6 @@ int main(int argc, char* argv[])
         std::fprintf(stderr, "WriteModel: cannot write %s\n", argv[3]);
         return 1;
     }
-    std::printf("%zu %zu\n", image.size(), records.listSize);
+    std::printf("%zu\n", image.size());
     return 0;
 }

@@ -1,10 +1,14 @@
-/* Opens, reads and closes what has to be looked at to mark models of two textures, on so many
-   threads, and does nothing else:
+/* Opens, reads and closes what has to be looked at to mark or to check models of two textures, on
+   so many threads, and does nothing else:
 
-       FloorMark LIST THREADS
+       FloorZek mark|check LIST THREADS
 
-   The list holds the models' paths, each ended by a zero byte. */
+   A check also asks how large each variant is, and lists the folders of the variants. The list
+   holds the models' paths, each ended by a zero byte. */
 
+#define _GNU_SOURCE
+
+#include <dirent.h>
 #include <fcntl.h>
 #include <pthread.h>
 #include <stdatomic.h>
@@ -16,6 +20,8 @@
 enum
 {
     VariantCount = 8,
+    FolderCount = 4,
+    EntriesSize = 32768,
     LongestPath = 4096,
     MostThreads = 64,
     WindowSize = 4096,
@@ -26,9 +32,34 @@ static const char* const Variants[VariantCount] = {
     "tex_pvrtc/000.pvr", "tex_etc/000.pvr", "tex_astc/000.pvr", "tex_dxt/000.dds",
     "tex_pvrtc/001.pvr", "tex_etc/001.pvr", "tex_astc/001.pvr", "tex_dxt/001.dds"};
 
+static const char* const Folders[FolderCount] = {"tex_pvrtc", "tex_etc", "tex_astc", "tex_dxt"};
+
+static int isCheck;
 static const char** paths;
 static size_t pathCount;
 static atomic_size_t nextPath;
+
+static void LookAtVariant(const char* path)
+{
+    struct stat status;
+    const int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return;
+    if (isCheck && fstat(file, &status) != 0)
+        exit(1);
+    close(file);
+}
+
+static void ListFolder(const char* path)
+{
+    char entries[EntriesSize];
+    const int folder = open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    while (getdents64(folder, entries, sizeof(entries)) > 0)
+        ;
+    close(folder);
+}
 
 static void LookAt(const char* path)
 {
@@ -44,9 +75,12 @@ static void LookAt(const char* path)
     for (int i = 0; i < VariantCount; ++i)
     {
         strcpy(variant + folderLength, Variants[i]);
-        const int file = open(variant, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        if (file >= 0)
-            close(file);
+        LookAtVariant(variant);
+    }
+    for (int i = 0; isCheck && i < FolderCount; ++i)
+    {
+        strcpy(variant + folderLength, Folders[i]);
+        ListFolder(variant);
     }
     close(model);
 }
@@ -81,10 +115,11 @@ static void ReadList(const char* name)
 
 int main(int argc, char* argv[])
 {
-    if (argc != 3)
+    if (argc != 4)
         return 2;
-    ReadList(argv[1]);
-    const int threadCount = atoi(argv[2]);
+    isCheck = strcmp(argv[1], "check") == 0;
+    ReadList(argv[2]);
+    const int threadCount = atoi(argv[3]);
     pthread_t threads[MostThreads];
     if (threadCount < 1 || threadCount > MostThreads)
         return 2;
