@@ -29,7 +29,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
               ${PROJECT_SOURCE_DIR}/SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/Documents DESTINATION ${CMAKE_INSTALL_DOCDIR}
-        COMPONENT program FILES_MATCHING PATTERN "*.md" PATTERN "*.ksy")
+        COMPONENT program FILES_MATCHING PATTERN "*.md" PATTERN "*.ksy" PATTERN "*.svg")
 foreach(EXAMPLE IN ITEMS consumer-add-subdirectory consumer-find-package consumer-pkg-config pipeline)
     install(
         DIRECTORY ${PROJECT_SOURCE_DIR}/Examples/${EXAMPLE}

@@ -48,7 +48,7 @@ trap 'rm -rf "$scratch" "$disk"' EXIT
 figures=$scratch/figures.tsv
 get_file_system() { stat -f -c %T "$1"; }
 printf '# %s\n' "$(date +%F): $(sed -n 's/^model name.*: //p' /proc/cpuinfo | head -n 1), $(nproc) \
-processors, Linux $(uname -r), $(g++ --version | head -n 1), models on $(get_file_system "$scratch")" \
+processors, Linux $(uname -r | cut -d - -f 1), g++ $(g++ -dumpfullversion), models on $(get_file_system "$scratch")" \
     "table	work	median	least	most	target" >"$figures"
 
 # Begins a table, of which there is a name in the file of the figures.

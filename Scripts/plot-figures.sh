@@ -75,12 +75,18 @@ DRAWING
 # Draws rows one below the other: the median as a point, a line from the least to the greatest, and
 # the target, where there is one, as an upright stroke. The axis is logarithmic.
 #
-#     draw_ratios PICTURE FROM TO TICS LABEL
+#     draw_ratios PICTURE TICS LABEL
 draw_ratios() {
-    local picture=$1 from=$2 to=$3 tics=$4 label=$5 rows=$scratch/$1.tsv count widest
+    local picture=$1 tics=$2 label=$3 rows=$scratch/$1.tsv from to count widest
+    cat >"$scratch/selected"
+    read -r from to < <(awk -F '\t' '
+        { for (i = 3; i <= 6; ++i) if ($i != "") {
+            if (!from || $i < from) from = $i + 0
+            if ($i > to) to = $i + 0 } }
+        END { print from / 1.2, to * 1.2 }' "$scratch/selected")
     # What a row does not have is drawn where it is not seen.
     awk -F '\t' -v OFS='\t' -v from="$from" '
-        $4 == "" { $4 = $5 = $3 } $6 == "" { $6 = from / 10 } { print }' >"$rows"
+        $4 == "" { $4 = $5 = $3 } $6 == "" { $6 = from / 10 } { print }' "$scratch/selected" >"$rows"
     count=$(wc -l <"$rows")
     widest=$(cut -f 2 "$rows" | wc -L)
     draw "$picture" 900 $((90 + 28 * count)) <<DRAWING
@@ -92,9 +98,9 @@ set xlabel "$label"
 set arrow from 1,graph 0 to 1,graph 1 nohead lc rgb "#777777" lw 1
 set lmargin $((widest + 1))
 unset key
-plot "$rows" using 6:(column(0) - 0.36):(0):(0.72) with vectors nohead ls 9, \
-    "" using 4:0:(column(5) - column(4)):(0) with vectors nohead ls 8, \
-    "" using 3:0:ytic(2) with points ls 1
+plot "$rows" using 6:(column(0) - 0.36):(0):(0.72) with vectors nohead ls 9 notitle, \
+    "" using 4:0:(column(5) - column(4)):(0) with vectors nohead ls 8 notitle, \
+    "" using 3:0:ytic(2) with points ls 1 notitle
 DRAWING
 }
 
@@ -178,20 +184,20 @@ unset key
 set ylabel "megabytes of memory"
 unset logscale y
 set yrange [0:*]
-plot "$scratch/check" using 1:3 with linespoints ls 2, \
-    "$scratch/mark" using 1:3 with linespoints ls 1, \
-    "$scratch/list" using 1:3 with linespoints ls 3
+plot "$scratch/check" using 1:3 with linespoints ls 2 notitle, \
+    "$scratch/mark" using 1:3 with linespoints ls 1 notitle, \
+    "$scratch/list" using 1:3 with linespoints ls 3 notitle
 DRAWING
 }
 
 say "Drawing the figures"
-wide="0.005, 0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1, 2"
-select_rows '^(floor|zek-floor)$' | draw_ratios floor 0.3 3.2 "0.3, 0.5, 0.7, 1, 1.5, 2, 3" \
+wide="0.001, 0.002, 0.005, 0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1, 2, 5, 10"
+select_rows '^(floor|zek-floor)$' | draw_ratios floor "0.1, 0.2, 0.3, 0.5, 0.7, 1, 1.5, 2, 3, 5, 10" \
     "time, as a ratio to a program that does the least (red: target)"
-select_rows '^zek$' | draw_ratios zek 0.004 2.2 "$wide" \
+select_rows '^zek$' | draw_ratios zek "$wide" \
     "time, as a ratio to that of ZEKTexComp (red: target)"
-select_rows '^disk$' | draw_ratios disk 0.004 2.2 "$wide" "time, as a ratio"
-select_rows '^functions$' | draw_ratios functions 0.03 2.2 "$wide" \
+select_rows '^disk$' | draw_ratios disk "$wide" "time, as a ratio"
+select_rows '^functions$' | draw_ratios functions "$wide" \
     "time, as a ratio to the fastest rival"
 draw_growth
 draw_threads
