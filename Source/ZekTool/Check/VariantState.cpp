@@ -10,6 +10,11 @@ namespace zektool
 
 EVariantState GetVariantState(const std::string& path)
 {
+    // Most are files: opened, they need not be looked up again.
+    filesystem::CRandomAccessFile file;
+    if (file.Open(path))
+        return file.GetSize() == 0 ? EVariantState::Empty : EVariantState::File;
+
     // Not following links: one that leads nowhere is something, too.
     const EPathKind kind = filesystem::GetLinkKind(path);
     if (kind == EPathKind::Absent || kind == EPathKind::Unknown)
