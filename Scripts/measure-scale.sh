@@ -4,7 +4,8 @@
 #     Scripts/measure-scale.sh [NUMBER...]
 #
 # Without numbers: 1000, 10000 and 100000. Each model is the sample in a folder of its own with its
-# variants, below FOLDER, which is /dev/shm unless that variable says otherwise.
+# variants, below FOLDER, which is /dev/shm unless that variable says otherwise. These are 23 names a
+# model, and a tmpfs may allow too few for more models, unless it is mounted with nr_inodes=0.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
@@ -43,20 +44,21 @@ for i in range(count):
 END
 }
 
-# Prints what a command takes: time on the clock and of processors, a model's share of the latter, and
-# memory.
+# Prints what a command takes: time on the clock, a model's share of the processors' time in the
+# program and in the system, and memory.
 measure() {
     local title=$1 count=$2 elapsed user system kilobytes
     shift 2
     /usr/bin/time -f '%e %U %S %M' -o "$scratch/time" "$@" >"$scratch/output" 2>&1 || [ $? -eq 1 ]
     read -r elapsed user system kilobytes < <(tail -n 1 "$scratch/time")
-    awk -v n="$count" -v title="$title" -v e="$elapsed" -v p="$user" -v s="$system" -v k="$kilobytes" '
-        BEGIN { printf "%8d  %-24s %8.2f s %8.2f s %6.1f us %7.1f MB\n",
-                n, title, e, p + s, (p + s) / n * 1e6, k / 1024 }'
+    echo "$count $user $system $kilobytes $title" >>"$scratch/measured"
+    awk -v n="$count" -v title="$title" -v e="$elapsed" -v u="$user" -v s="$system" -v k="$kilobytes" '
+        BEGIN { printf "%8d  %-24s %8.2f s %6.1f us %6.1f us %7.1f MB\n",
+                n, title, e, u / n * 1e6, s / n * 1e6, k / 1024 }'
 }
 
 say "Time and memory ($(nproc) threads, $(stat -f -c %T "$models"))"
-printf '%8s  %-24s %10s %10s %9s %10s\n' models '' clock processors 'a model' memory
+printf '%8s  %-24s %10s %9s %9s %10s\n' models '' clock program system memory
 for count in "$@"; do
     write_models "$count"
     measure "check, all stale" "$count" "$zek" check "$models/$count"
@@ -67,6 +69,20 @@ for count in "$@"; do
     measure "check, nothing wrong" "$count" "$zek" check "$models/$count"
     rm -rf "${models:?}/$count"
 done
+
+say "What one more model costs, from $1 to ${!#}: program, system, memory"
+awk -v first="$1" -v last="${!#}" '
+    {
+        count = $1; user = $2; kernel = $3; kilobytes = $4
+        $1 = $2 = $3 = $4 = ""
+        title = substr($0, 5)
+    }
+    count == first { users[title] = user; kernels[title] = kernel; memory[title] = kilobytes }
+    count == last && last > first {
+        more = last - first
+        printf "%-24s %6.1f us %6.1f us %6.0f bytes\n", title, (user - users[title]) / more * 1e6,
+            (kernel - kernels[title]) / more * 1e6, (kilobytes - memory[title]) / more * 1024
+    }' "$scratch/measured"
 
 # Prints the calls that a model costs: those of 20 models less those of 10, by ten.
 count_calls() {
