@@ -23,7 +23,7 @@ check "threads" Scripts/test-threads.sh
 check "concurrency" env ZEK_CONCURRENCY_SECONDS=60 Scripts/test.sh -R MarkConcurrencyTest
 # Three cross compilers with their libraries, the whole build three times, all tests under emulation.
 check "foreign processors" Scripts/test-foreign.sh
-# A cross compiler with wine, the whole build, and 160 starts of a program under wine.
+# A cross compiler with wine, the whole build, and a minute or two of both programs under wine.
 check "Windows" Scripts/test-windows.sh
 # Ten minutes for each of six fuzzers.
 check "fuzzers" Scripts/fuzz.sh 600

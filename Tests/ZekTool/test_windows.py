@@ -167,18 +167,14 @@ class Tree(WindowsTest):
     def test_zektexcomp_sets_the_same_bytes(self):
         one, other = self.copy("one"), self.copy("other")
         self.assertEqual(0, wine(ZEK, "mark", "own", cwd=one).returncode)
-        for folder in sorted(pathlib.Path(other, "own").iterdir()):
-            if not (folder / "model.zek").exists():
-                continue
-            result = wine(ZEKTEXCOMP, "model.zek", cwd=folder)
+        # Two models of each version, as each start takes long.
+        for index in range(100, 100 + 2 * 21):
+            name = f"own/{index:03}"
+            result = wine(ZEKTEXCOMP, "model.zek", cwd=os.path.join(other, name))
             self.assertEqual(0, result.returncode, result)
             # In the text mode of that system.
             self.assertTrue(result.stdout.endswith(b"\r\nSucceeded\r\n"), result)
-        # It takes no long paths.
-        shutil.copytree(
-            os.path.join(one, self.deep), os.path.join(other, self.deep), dirs_exist_ok=True
-        )
-        self.assert_same(one, other)
+            self.assert_same(os.path.join(one, name), os.path.join(other, name))
 
 
 class Program(WindowsTest):
@@ -223,6 +219,7 @@ class Program(WindowsTest):
         depfile = pathlib.Path(self.folder, "out.d").read_text(encoding="utf-8")
         self.assertEqual("out.zek: \\\n models/ \\\n models/tex_dxt/\n", depfile)
 
+    @unittest.skipIf(os.getuid() == 0, "the administrator may write to every file")
     def test_a_model_that_is_read_only_is_left_alone(self):
         path = self.write("a.zek", make_model())
         os.chmod(path, 0o444)

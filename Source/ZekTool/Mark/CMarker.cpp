@@ -159,6 +159,7 @@ bool CMarker::WriteOutput()
     if (old.Open(m_Options.outputPath) && old.GetState().device == state.device &&
         old.GetState().inode == state.inode)
         return Fail("the output is the model itself");
+    old.Close(); // some systems replace no file that is open
 
     const auto failToWrite = [&](const std::string& error)
     { return Fail("\"" + m_Options.outputPath + "\" cannot be written: " + error); };

@@ -117,6 +117,7 @@ TEST_F(CRandomAccessFileWindows, TheStateChangesWithBytesSizeAndFile)
     EXPECT_EQ(before.inode, file.GetState().inode);
     EXPECT_EQ(before.device, file.GetState().device);
     folder.Write("other", "9876543210");
+    file.Close(); // what is open is not replaced
     ASSERT_EQ("", filesystem::RenameFile(folder.GetPath("other"), path));
     CRandomAccessFile other;
     ASSERT_TRUE(other.Open(path));
