@@ -11,21 +11,22 @@ namespace
 
 // A read costs as much as some kilobytes: behind an array that was stepped over, a little is read,
 // and more and more where every byte is walked.
-constexpr std::int64_t SmallestReadSize = 4096;
-constexpr std::int64_t LargestReadSize = 64 * SmallestReadSize;
+constexpr std::int64_t MostGrowth = 64;
 
 } // namespace
 
-CZEKFileSource::CZEKFileSource(filesystem::CRandomAccessFile& file)
+CZEKFileSource::CZEKFileSource(filesystem::CRandomAccessFile& file, std::int64_t smallestReadSize)
     : m_File(file)
-    , m_ReadSize(SmallestReadSize)
+    , m_SmallestReadSize(smallestReadSize)
+    , m_ReadSize(smallestReadSize)
 {
 }
 
 bool CZEKFileSource::Refill(std::int64_t size)
 {
     const bool isGoingOn = m_WindowEnd > 0 && m_Pos <= m_WindowEnd; // a walk never goes back
-    m_ReadSize = isGoingOn ? std::min(2 * m_ReadSize, LargestReadSize) : SmallestReadSize;
+    m_ReadSize =
+        isGoingOn ? std::min(2 * m_ReadSize, MostGrowth * m_SmallestReadSize) : m_SmallestReadSize;
     const std::int64_t wanted = std::min(std::max(m_ReadSize, size), GetLeft());
     if (static_cast<std::int64_t>(m_Window.size()) < wanted)
         m_Window.resize(static_cast<std::size_t>(wanted));

@@ -17,8 +17,10 @@ namespace zek
 class CZEKFileSource
 {
 public:
-    /// Borrows an open file and starts at its first byte.
-    explicit CZEKFileSource(filesystem::CRandomAccessFile& file);
+    /// Borrows an open file and starts at its first byte. The window begins with a read of so many
+    /// bytes, and grows to 64 times that.
+    explicit CZEKFileSource(
+        filesystem::CRandomAccessFile& file, std::int64_t smallestReadSize = 4096);
 
     std::int64_t GetPos() const { return m_Pos; }
     std::int64_t GetLeft() const { return m_File.GetSize() - m_Pos; }
@@ -26,8 +28,7 @@ public:
     /// The address of the next byte, which has been fetched.
     const unsigned char* GetNext() const { return m_Window.data() + (m_Pos - m_WindowPos); }
 
-    /// Has the next size bytes in the window, of which there are less than 4096. False when the
-    /// file does not give them.
+    /// Has the next size bytes in the window. False when the file does not give them.
     bool Fetch(std::int64_t size)
     {
         return m_Pos >= m_WindowPos && m_Pos + size <= m_WindowEnd ? true : Refill(size);
@@ -58,6 +59,7 @@ private:
     std::int64_t m_Pos = 0;
     std::int64_t m_WindowPos = 0; // of the window's first byte
     std::int64_t m_WindowEnd = 0; // one past its last
+    std::int64_t m_SmallestReadSize;
     std::int64_t m_ReadSize;
     bool m_IsUnreadable = false;
     std::vector<unsigned char> m_Window;
