@@ -92,6 +92,20 @@ TEST_F(Checker, SaysWhatAFileThatIsNoModelLooksLike)
         Check(Bytes{'Z', 0, 'A', 1, 2}));
 }
 
+TEST_F(Checker, SaysThatAFileGivesFewerBytesThanItHas)
+{
+    // A file of the system's with a size of 4096 and a number in it.
+    const std::string path = "/sys/kernel/uevent_seqnum";
+    std::error_code error;
+    if (std::filesystem::file_size(path, error) != 4096 || error)
+        GTEST_SKIP() << "There is no " << path << " here.";
+    const zektool::SCheckResult result = zektool::Check(path, m_Options);
+    ASSERT_EQ(1U, result.findings.size());
+    EXPECT_EQ(EFinding::Unreadable, result.findings[0].finding);
+    EXPECT_EQ("magic", result.findings[0].location.field);
+    EXPECT_TRUE(result.HasError());
+}
+
 TEST_F(Checker, SaysWhichFieldOfTheHeaderIsWrong)
 {
     EXPECT_EQ(

@@ -1,0 +1,46 @@
+#include "ZekTool/Models/OpenModel.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "Support/CTemporaryFolder.h"
+
+namespace
+{
+
+using filesystem::CRandomAccessFile;
+using testsupport::CTemporaryFolder;
+using zektool::OpenModel;
+
+TEST(OpenModel, OpensAFileAndSaysNothing)
+{
+    const CTemporaryFolder folder;
+    folder.Write("model", "seven b");
+    CRandomAccessFile file;
+    EXPECT_EQ("", OpenModel(folder.GetPath("model"), file));
+    EXPECT_EQ(7, file.GetSize());
+}
+
+TEST(OpenModel, SaysWhatTheSystemSays)
+{
+    const CTemporaryFolder folder;
+    CRandomAccessFile file;
+    EXPECT_EQ("No such file or directory", OpenModel(folder.GetPath("none"), file));
+    folder.Write("file", "");
+    EXPECT_EQ("Not a directory", OpenModel(folder.GetPath("file/model"), file));
+}
+
+TEST(OpenModel, TakesNothingButARegularFileWhateverFailedBefore)
+{
+    const CTemporaryFolder folder;
+    ASSERT_EQ(0, mkfifo(folder.GetPath("fifo").c_str(), 0600));
+    CRandomAccessFile file;
+    for (const std::string& path :
+         {folder.GetPath(), folder.GetPath("fifo"), std::string("/dev/null")})
+    {
+        EXPECT_NE("", OpenModel(folder.GetPath("none"), file));
+        EXPECT_EQ("not a regular file", OpenModel(path, file)) << path;
+    }
+}
+
+} // namespace
