@@ -228,13 +228,6 @@ class Program(WindowsTest):
         self.assertEqual(1, result.returncode, result)
         self.assertEqual(content, pathlib.Path(path).read_bytes())
 
-    def test_links_to_folders_are_not_followed(self):
-        self.write("a/a.zek", make_model())
-        os.symlink("a", os.path.join(self.folder, "b"))
-        result = wine(ZEK, "info", ".", cwd=self.folder)
-        # wine shows a link as what it leads to; so a circle of them must end all the same.
-        self.assertEqual(0, result.returncode, result)
-
     def test_nobody_reads(self):
         many = [f"many/{i:05}.zek" for i in range(2000)]
         for name in many:
@@ -254,5 +247,6 @@ if __name__ == "__main__":
     print("Left out:")
     for names, reason in LEFT_OUT:
         print(f"  names with {names}: {reason}")
+    print("  links: wine shows them as what they lead to")
     print("  Ctrl-C: wine has no console to press it in", flush=True)
     unittest.main(verbosity=2)
