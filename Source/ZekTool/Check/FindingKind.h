@@ -1,10 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace zektool
 {
@@ -70,8 +70,10 @@ struct SFindingKind
     std::string_view remedy; ///< what to do, as it ends a finding's line
 };
 
+using FindingKinds = std::array<SFindingKind, FindingKindCount>;
+
 /// Returns all kinds in the order of `EFinding`.
-const std::vector<SFindingKind>& GetFindingKinds();
+const FindingKinds& GetFindingKinds();
 
 const SFindingKind& GetFindingKind(EFinding finding);
 
