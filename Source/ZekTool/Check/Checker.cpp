@@ -155,7 +155,8 @@ void AddBytesAfterEnd(std::int64_t end, std::int64_t count, CFindingList& findin
         [&]
         {
             SFinding finding = MakeModelFinding(
-                MakeCount(static_cast<std::size_t>(count), "byte is", "bytes are") + " never read");
+                MakeCount(static_cast<std::uint64_t>(count), "byte is", "bytes are") +
+                " never read");
             finding.location.field = "end";
             finding.location.offset = end;
             return finding;

@@ -81,7 +81,7 @@ std::string CInfoCommand::MakeText(const SModelPath& model, const SModelInfo& in
 {
     std::string text = fmt::format(
         "{}: version {}, {}", MakeShowable(model.path), info.version,
-        MakeCount(static_cast<std::size_t>(info.size), "byte", "bytes"));
+        MakeCount(static_cast<std::uint64_t>(info.size), "byte", "bytes"));
     if (info.hasGeometry)
         text += fmt::format(
             ", {}, {}, {}, {}", MakeCount(info.nodeCount, "node", "nodes"),

@@ -59,7 +59,8 @@ std::string CReportCommand::MakeSummary(const STally& tally) const
         "{} read, {} refused, {} stale; {} of {} are missing", tally.well, tally.failed,
         m_Total.stale, GetMissingCount(m_Total.counts),
         MakeCount(
-            static_cast<std::size_t>(items * zek::CompressionFamilyCount), "variant", "variants"));
+            static_cast<std::uint64_t>(items * zek::CompressionFamilyCount), "variant",
+            "variants"));
 }
 
 void CReportCommand::Begin(COutput& output) const

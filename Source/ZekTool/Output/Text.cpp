@@ -74,7 +74,7 @@ std::string MakeFailureLine(std::string_view path, EOutcome outcome, std::string
         MakeShowable(reason));
 }
 
-std::string MakeCount(std::size_t count, std::string_view one, std::string_view several)
+std::string MakeCount(std::uint64_t count, std::string_view one, std::string_view several)
 {
     return fmt::format("{} {}", count, count == 1 ? one : several);
 }

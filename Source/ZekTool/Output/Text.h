@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -23,6 +23,6 @@ std::string MakeQuoted(std::string_view bytes);
 std::string MakeFailureLine(std::string_view path, EOutcome outcome, std::string_view reason);
 
 /// Returns a number and what it counts: "1 model", "2 models".
-std::string MakeCount(std::size_t count, std::string_view one, std::string_view several);
+std::string MakeCount(std::uint64_t count, std::string_view one, std::string_view several);
 
 } // namespace zektool
