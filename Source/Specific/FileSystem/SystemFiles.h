@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 
 /// Files and folders by paths of the system's own: nothing in them is replaced or translated. On
 /// Windows they are UTF-8, with three bytes for half of a surrogate pair, separated by either
@@ -19,7 +20,8 @@ constexpr char SystemSeparator = static_cast<char>(std::filesystem::path::prefer
 
 constexpr bool IsSystemSeparator(char c)
 {
-    return c == '/' || c == SystemSeparator;
+    constexpr std::string_view separators = SystemSeparator == '/' ? "/" : "/\\";
+    return separators.find(c) != std::string_view::npos;
 }
 
 /// Returns where the last part of a path begins: behind the last separator, or behind the drive.
