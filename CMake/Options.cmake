@@ -93,6 +93,12 @@ function(zek_add_known_link_options TARGET)
     endforeach()
 endfunction()
 
+# Each source that needs an inline function may have a copy of it, of which the linker keeps one. For
+# Windows g++ 12 counts on the registers that its own copy leaves alone, which is not always that one.
+if(MINGW)
+    zek_add_known_compile_options(zek_options -fno-ipa-ra)
+endif()
+
 # Either the sanitizers, which see more, or the guards that a release can afford.
 if(ZEK_SANITIZE)
     target_compile_options(zek_options INTERFACE -fsanitize=${ZEK_SANITIZE} -fno-omit-frame-pointer
