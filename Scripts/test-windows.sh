@@ -25,6 +25,7 @@ excluded_sources=(
 )
 excluded_tests=(
     'SModelInfo.SaysWhyAModelCannotBeRead                   the words of errors are that system'\''s'
+    '*DeathTest.*                                           so are those of a failed assertion'
     '*LightmapCompression.BackslashInANameStaysAsItIs       backslashes are separators there'
     '*ProbeCompression.FacesInRealFoldersAreNotFound        backslashes are separators there'
     '*Compression.MissingFolderAndUnopenableFileCount*      a folder cannot be opened there; makes a link'
