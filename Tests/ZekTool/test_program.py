@@ -271,6 +271,15 @@ class Models(ProgramTest):
             self.assertEqual(["in"], os.listdir(self.folder))
         self.assertEqual(make_model(), self.read(self.folder + "/in/1.zek"))
 
+    def test_that_need_no_change_are_written_when_always_is_asked_for(self):
+        path = self.write(b"a.zek")
+        run("mark", path)
+        os.utime(path, (1000, 1000))
+        run("mark", path)
+        self.assertEqual(1000, os.stat(path).st_mtime)
+        run("mark", "--always", path)
+        self.assertLess(1000, os.stat(path).st_mtime)
+
     def test_a_depfile_is_for_one(self):
         self.write(b"1.zek")
         self.assertEqual(2, run("mark", "--depfile", "d", ".", cwd=self.folder).returncode)
@@ -427,9 +436,14 @@ class Progress(ProgramTest):
         self.assertEqual(b"", self.run_on_terminal({"TERM": "dumb"}))
 
     def test_is_not_shown_in_a_file(self):
-        folder = self.write_many(3000)
-        result = run("info", folder)
-        self.assertEqual(b"", result.stderr)
+        process = start(
+            "info", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE, env=dict(os.environ, TERM="xterm"),
+        )
+        process.stdin.write(self.write(b"a.zek") + b"\0")
+        process.stdin.flush()
+        time.sleep(0.3)
+        self.assertEqual(b"", process.communicate(timeout=60)[1])
 
 
 if __name__ == "__main__":

@@ -59,6 +59,7 @@ TEST_F(Checker, SaysWhyAModelCannotBeOpened)
                "[cannot-open]"}),
         Check("missing.zek"));
     EXPECT_TRUE(m_Result.HasError());
+    EXPECT_EQ(0, m_Result.findings.at(0).location.offset);
     m_Folder.MakeFolder("folder.zek");
     EXPECT_EQ(
         (Lines{"error: model: not a regular file; give the path of a model that can be read "

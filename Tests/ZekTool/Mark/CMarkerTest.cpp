@@ -210,6 +210,18 @@ TEST_F(CMarkerTest, ADryRunTellsTheSameAndWritesNothing)
     EXPECT_EQ(m_Folder.GetContents(), before);
 }
 
+TEST_F(CMarkerTest, AnOutputIsMadeOfAModelThatHasSettled)
+{
+    m_Folder.Write("model.zek", CModelBuilder::Build(MakeModelOfTwoTextures()).GetImage());
+    SMarkOptions options;
+    options.outputPath = m_Folder.GetPath("out.zek");
+    EXPECT_EQ(SMarkResult::Changed, MarkModel(options).outcome);
+    filesystem::CRandomAccessFile model;
+    ASSERT_TRUE(model.Open(m_Path));
+    const auto now = std::chrono::system_clock::now();
+    EXPECT_LE(model.GetState().GetTimeToSettle(now).count(), 0);
+}
+
 TEST_F(CMarkerTest, AnOutputIsWrittenAndTheModelLeftAlone)
 {
     const CModelBuilder builder = Write(MakeModelOfTwoTextures());

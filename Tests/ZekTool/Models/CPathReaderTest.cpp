@@ -20,6 +20,7 @@ Paths ReadAll(const std::string& bytes)
     CTemporaryFolder folder;
     folder.Write("list", bytes);
     CPathReader reader(folder.GetPath("list"));
+    EXPECT_EQ(0, reader.GetError());
     Paths paths;
     for (std::string path; reader.Next(path);)
         paths.push_back(path);
@@ -31,6 +32,7 @@ TEST(CPathReader, AZeroByteEndsAPath)
 {
     using namespace std::string_literals;
     EXPECT_EQ(Paths{}, ReadAll(""));
+    EXPECT_EQ(Paths{"a"}, ReadAll("a"));
     EXPECT_EQ((Paths{"a", "b c\n", "\xFF"}), ReadAll("a\0b c\n\0\xFF\0"s));
     EXPECT_EQ((Paths{"a", "b"}), ReadAll("a\0b"s));
     EXPECT_EQ((Paths{"", "a", ""}), ReadAll("\0a\0\0"s));
