@@ -67,7 +67,7 @@ STally
 RunOnAll(const SCommandLine& line, CModelCommand& command, CModelList& models, COutput& output)
 {
     CProgress progress;
-    const STally tally = CRunner(command, models, output, progress).Run(line.threadCount);
+    STally tally = CRunner(command, models, output, progress).Run(line.threadCount);
     const std::string listError = models.GetError();
     if (!listError.empty())
         throw std::runtime_error(MakeShowable(line.files0From) + ": " + listError);

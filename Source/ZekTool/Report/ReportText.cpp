@@ -27,7 +27,7 @@ void ForEachCode(const SCheckResult& check, Use use)
 /// Returns a text as a field of a line, in quotation marks where it needs them.
 std::string MakeCsvText(std::string_view bytes)
 {
-    const std::string text = MakeShowable(bytes);
+    std::string text = MakeShowable(bytes);
     if (text.find_first_of(",\"") == std::string::npos)
         return text;
     std::string quoted = "\"";
