@@ -7,11 +7,14 @@ set -uo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/check-list.sh
 
+# clang-tidy over all sources, with every path.
+check "analysis" Scripts/check-style.sh --analyse
 # The whole build and all tests, twice.
 check "compilers" Scripts/test-compilers.sh
 # The whole build and all tests.
 check "tests, clang++" Scripts/test.sh --preset test-clang
-# The same, some times slower.
+# The same twice, some times slower.
+check "sanitizers, g++" Scripts/test.sh --preset sanitize
 check "sanitizers, clang++" Scripts/test.sh --preset sanitize-clang
 # Six builds and runs of the tests that hold the format's descriptions to each other.
 check "recipe" Scripts/check-recipe.sh

@@ -35,6 +35,7 @@ git ls-files -z --cached --others --exclude-standard \
 find "$scratch/elsewhere" -exec touch -h -d 2020-02-20 {} +
 (
     export LC_ALL=C TZ=Asia/Tokyo
+    unset CMAKE_CXX_COMPILER_LAUNCHER # which might bring back the first build
     pack "$scratch/elsewhere/a source tree" "$second"
 )
 mapfile -t files < <(cd $first && find packages ZEKTexComp Source/*/ -type f \( -path 'packages/*' -o \
