@@ -26,7 +26,7 @@ std::string MakeSingular(const std::string& section)
 
 } // namespace
 
-std::string MakeShowable(std::string_view text)
+std::string MakeExcerpt(std::string_view text)
 {
     std::string result;
     for (char c : text.substr(0, LongestShownText))
@@ -45,7 +45,7 @@ std::string SZEKLocation::GetLocationText() const
     if (index >= 0)
         text = MakeSingular(section) + " " + std::to_string(index);
     if (!name.empty())
-        text += " \"" + MakeShowable(name) + "\"";
+        text += " \"" + MakeExcerpt(name) + "\"";
     return field.empty() ? text : text + ": " + field + " at " + MakeHex(offset);
 }
 

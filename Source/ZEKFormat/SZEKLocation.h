@@ -17,13 +17,13 @@ struct SZEKLocation
     std::int64_t offset = 0; ///< where it starts
 
     /// Returns all that in one line, such as `material 1 "Concrete wall": parameters at 0x13a`.
-    /// Names stand as the file has them, but for bytes below 32, which are written as \x01, and for
+    /// Names stand as the file has them, but for control characters, which are written as \x01, and
     /// their length.
     std::string GetLocationText() const;
 };
 
-/// Returns a text of a file as it can be shown in a line: with the bytes below 32 written as \x01,
-/// and cut when it is long.
-std::string MakeShowable(std::string_view text);
+/// Returns a text of a file as it can be shown in a line: with control characters written as \x01,
+/// and cut behind 80 bytes, for which "..." stands.
+std::string MakeExcerpt(std::string_view text);
 
 } // namespace zek

@@ -74,7 +74,7 @@ void CZEKRefusalSink::Refuse(const SZEKFault& fault)
     m_Refusal.demanded = fault.demanded;
     m_Refusal.left = fault.left;
     const bool isText = fault.text.data() != nullptr;
-    m_Refusal.value = isText ? "\"" + MakeShowable(fault.text) + "\"" : std::to_string(fault.value);
+    m_Refusal.value = isText ? "\"" + MakeExcerpt(fault.text) + "\"" : std::to_string(fault.value);
     m_Refusal.expected = fault.expected;
 }
 

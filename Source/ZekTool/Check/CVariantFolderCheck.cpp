@@ -179,7 +179,7 @@ void CheckSharedLightmaps(const std::vector<SSurveyedItem>& lightmaps, CFindingL
                 finding.location.field = "flags";
                 finding.location.offset = lightmap.flagsOffset;
                 finding.message = "it has the same variants as lightmap " + std::to_string(first) +
-                                  " \"" + zek::MakeShowable(lightmaps[first].name) + "\"";
+                                  " \"" + zek::MakeExcerpt(lightmaps[first].name) + "\"";
                 return finding;
             });
     }

@@ -56,7 +56,7 @@ std::string DescribeFileKind(std::string_view start)
     }
     if (IsText(start))
         return "text";
-    return "data that starts with \"" + zek::MakeShowable(start.substr(0, ShownByteCount)) + "\"";
+    return "data that starts with \"" + zek::MakeExcerpt(start.substr(0, ShownByteCount)) + "\"";
 }
 
 } // namespace zektool

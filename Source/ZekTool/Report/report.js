@@ -256,23 +256,12 @@ function getEntries(folder) {
     return sortEntries(entries);
 }
 
-const keys = {
-    name: (entry) => entry.label,
-    version: (entry) => entry.version,
-    size: (entry) => entry.tally.size,
-    items: (entry) => entry.tally.items,
-    missing: (entry) => countMissing(entry.tally),
-    findings: (entry) => entry.tally.errors * 1e9 + entry.tally.warnings, // errors first
-};
-for (const family of allFamilies)
-    keys[`family-${family}`] = (entry) => entry.tally.items - entry.tally.there[family];
-
 function sortEntries(entries) {
-    const key = keys[state.sortKey];
+    const { sortedBy } = columns.find(({ key }) => key === state.sortKey);
     const sign = state.isDescending ? -1 : 1;
     const compare = (a, b) => (a < b ? -1 : a > b ? 1 : 0);
     return entries
-        .map((entry) => [key(entry), entry])
+        .map((entry) => [sortedBy(entry), entry])
         .sort((a, b) => sign * compare(a[0], b[0]) || compare(a[1].label, b[1].label))
         .map(([, entry]) => entry);
 }
@@ -304,14 +293,38 @@ function makeRows(shown) {
 
 // ---- The table of models
 
+// What a column is sorted by, and what it shows of a folder or model.
 const columns = [
-    { key: "name", title: "Model", class: "" },
-    { key: "version", title: "Version", class: "number wide column-number" },
-    { key: "size", title: "Size", class: "number wide column-number" },
-    { key: "items", title: "Items", class: "number wide column-number" },
-    ...allFamilies.map((family) => ({ key: `family-${family}`, title: data.families[family], class: "column-bar" })),
-    { key: "missing", title: "Missing", class: "number column-number" },
-    { key: "findings", title: "Findings", class: "wide column-findings" },
+    {
+        key: "name", title: "Model", class: "",
+        sortedBy: (entry) => entry.label,
+        makeCell: makeNameCell,
+    }, {
+        key: "version", title: "Version", class: "number wide column-number",
+        sortedBy: (entry) => entry.version,
+        makeCell: (entry) => makeCell("number wide", entry.model && isRead(entry) ? entry.version : ""),
+    }, {
+        key: "size", title: "Size", class: "number wide column-number",
+        sortedBy: (entry) => entry.tally.size,
+        makeCell: ({ tally }) => makeCell("number wide", tally.size === 0 ? "" : formatSize(tally.size)),
+    }, {
+        key: "items", title: "Items", class: "number wide column-number",
+        sortedBy: (entry) => entry.tally.items,
+        makeCell: (entry) => makeCell("number wide", isRead(entry) ? format(entry.tally.items) : ""),
+    },
+    ...allFamilies.map((family) => ({
+        key: `family-${family}`, title: data.families[family], class: "column-bar",
+        sortedBy: ({ tally }) => tally.items - tally.there[family],
+        makeCell: (entry) => (isRead(entry) ? makeBar(entry.tally.there[family], entry.tally.items, data.families[family]) : makeCell("", "")),
+    })), {
+        key: "missing", title: "Missing", class: "number column-number",
+        sortedBy: (entry) => countMissing(entry.tally),
+        makeCell: (entry) => (isRead(entry) ? makeCell("number", format(countMissing(entry.tally)), "Missing") : makeCell("", "")),
+    }, {
+        key: "findings", title: "Findings", class: "wide column-findings",
+        sortedBy: ({ tally }) => tally.errors * 1e9 + tally.warnings, // errors first
+        makeCell: ({ tally }) => makeCell("wide", formatFindings(tally)),
+    },
 ];
 
 // Where it matches, the style hides the columns that are only for a wide page.
@@ -349,21 +362,22 @@ function makeBar(there, items, label) {
     return makeCell("", bar, label);
 }
 
+function isRead({ tally }) {
+    return tally.refused < tally.models;
+}
+
+/** Makes the cell of a name, which opens and closes the entry's row. */
+function makeNameCell(entry, row) {
+    return make("th", { role: "rowheader", scope: "row" },
+        make("button", { type: "button", class: "plain", "aria-expanded": String(entry.isOpen ?? state.opened.has(entry.model)), click: () => toggle(entry, row) },
+            make("span", {}, ...makePath(entry.label))),
+        ...makeWords(entry));
+}
+
 function makeRow(entry) {
-    const { tally, depth, label } = entry;
-    const isRead = tally.refused < tally.models;
-    const row = make("tr", { role: "row", class: entry.folder ? "folder" : "model" },
-        make("th", { role: "rowheader", scope: "row" },
-            make("button", { type: "button", class: "plain", "aria-expanded": String(entry.isOpen ?? state.opened.has(entry.model)), click: () => toggle(entry, row) },
-                make("span", {}, ...makePath(label))),
-            ...makeWords(entry)),
-        makeCell("number wide", entry.model && isRead ? entry.version : ""),
-        makeCell("number wide", tally.size === 0 ? "" : formatSize(tally.size)),
-        makeCell("number wide", isRead ? format(tally.items) : ""),
-        ...allFamilies.map((family) => (isRead ? makeBar(tally.there[family], tally.items, data.families[family]) : makeCell("", ""))),
-        isRead ? makeCell("number", format(countMissing(tally)), "Missing") : makeCell("", ""),
-        makeCell("wide", formatFindings(tally)));
-    row.firstChild.style.setProperty("--depth", depth);
+    const row = make("tr", { role: "row", class: entry.folder ? "folder" : "model" });
+    row.append(...columns.map((column) => column.makeCell(entry, row)));
+    row.firstChild.style.setProperty("--depth", entry.depth);
     return row;
 }
 
