@@ -31,12 +31,6 @@ std::string GetFamilyName(std::size_t family)
     return std::string(zek::CompressionFamilies[family].name);
 }
 
-/// False only when there is nothing at the path.
-bool MayExist(const std::string& path)
-{
-    return filesystem::GetPathStatus(path).kind != filesystem::EPathKind::Absent;
-}
-
 } // namespace
 
 CVariantCheck::CVariantCheck(
@@ -47,12 +41,13 @@ CVariantCheck::CVariantCheck(
     , m_Finder(folder)
     , m_FolderFinder(folder, zek::CZEKVariantFinder::IsExistFile, '/')
 {
-    for (std::size_t family = 0; family < m_HasTextureFolder.size(); ++family)
+    for (std::size_t family = 0; family < zek::CompressionFamilies.size(); ++family)
     {
         const zek::SCompressionFamily& names = zek::CompressionFamilies[family];
-        m_HasTextureFolder[family] = MayExist(folder + std::string(names.textureFolder));
-        m_HasCubemapFolder[family] = MayExist(folder + std::string(names.cubemapFolder));
+        m_TextureFolders[family].path = folder + std::string(names.textureFolder);
+        m_CubemapFolders[family].path = folder + std::string(names.cubemapFolder);
     }
+    m_ModelFolder.isAsked = true;
 }
 
 template <typename MakeMessage>
@@ -133,17 +128,17 @@ void CVariantCheck::CheckItem(const SItem& item)
 CVariantCheck::SVariant CVariantCheck::LookAt(const SItem& item, std::size_t family)
 {
     if (item.variant.kind != zek::EZEKItemKind::Cubemap)
-        return LookAtFiles(item, family, m_Finder, m_HasTextureFolder[family]);
-    SVariant variant = LookAtFiles(item, family, m_Finder, true);
+        return LookAtFiles(item, family, m_Finder, m_TextureFolders[family]);
+    SVariant variant = LookAtFiles(item, family, m_Finder, m_ModelFolder);
     // Where a backslash is a separator, the two finders look in the same folders.
     if (variant.isThere || !m_Options.isCubemapFolders || filesystem::IsSystemSeparator('\\'))
         return variant;
-    const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_HasCubemapFolder[family]);
+    const SVariant inFolder = LookAtFiles(item, family, m_FolderFinder, m_CubemapFolders[family]);
     return inFolder.fileCount > variant.fileCount ? inFolder : variant;
 }
 
 CVariantCheck::SVariant CVariantCheck::LookAtFiles(
-    const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder)
+    const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, SFolder& folder)
 {
     SVariant variant;
     variant.isThere = true;
@@ -151,7 +146,7 @@ CVariantCheck::SVariant CVariantCheck::LookAtFiles(
     for (int file = 0; file < fileCount; ++file)
     {
         const std::string& path = finder.GetPath(item.variant, family, file);
-        const EVariantState state = hasFolder ? GetVariantState(path) : EVariantState::Absent;
+        const EVariantState state = GetState(path, folder);
         if (file == 0 || (variant.isThere && !IsThere(state)))
             variant.example = path;
         variant.isThere = variant.isThere && IsThere(state);
@@ -222,14 +217,29 @@ void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVar
 
 bool CVariantCheck::IsInFolders(const SItem& item, std::size_t family)
 {
-    if (m_Options.isCubemapFolders || !m_HasCubemapFolder[family])
+    if (m_Options.isCubemapFolders)
         return false;
     const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
     int face = 0;
     while (face < faceCount &&
-           !IsThere(GetVariantState(m_FolderFinder.GetPath(item.variant, family, face))))
+           !IsThere(GetState(
+               m_FolderFinder.GetPath(item.variant, family, face), m_CubemapFolders[family])))
         ++face;
     return face < faceCount;
+}
+
+EVariantState CVariantCheck::GetState(const std::string& path, SFolder& folder)
+{
+    if (!folder.mayExist)
+        return EVariantState::Absent;
+    const EVariantState state = GetVariantState(path);
+    if (state == EVariantState::Absent && !folder.isAsked)
+    {
+        folder.isAsked = true;
+        folder.mayExist =
+            filesystem::GetPathStatus(folder.path).kind != filesystem::EPathKind::Absent;
+    }
+    return state;
 }
 
 } // namespace zektool

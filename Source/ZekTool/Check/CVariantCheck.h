@@ -46,11 +46,20 @@ private:
         std::string missingPath;
     };
 
+    /// A folder of variants, which is asked for when the first file that should lie in it does not.
+    struct SFolder
+    {
+        std::string path;
+        bool isAsked = false;
+        bool mayExist = true;
+    };
+
     void CheckItem(const SItem& item);
     SVariant LookAt(const SItem& item, std::size_t family);
     SVariant LookAtFiles(
-        const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, bool hasFolder);
+        const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, SFolder& folder);
     bool IsInFolders(const SItem& item, std::size_t family);
+    static EVariantState GetState(const std::string& path, SFolder& folder);
     void
     CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
     void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
@@ -73,8 +82,9 @@ private:
     zek::CZEKVariantFinder m_Finder;
     zek::CZEKVariantFinder m_FolderFinder; // of faces in real folders
     std::array<SFamily, zek::CompressionFamilyCount> m_Families;
-    std::array<bool, zek::CompressionFamilyCount> m_HasTextureFolder;
-    std::array<bool, zek::CompressionFamilyCount> m_HasCubemapFolder;
+    std::array<SFolder, zek::CompressionFamilyCount> m_TextureFolders;
+    std::array<SFolder, zek::CompressionFamilyCount> m_CubemapFolders;
+    SFolder m_ModelFolder; // where a face lies whose name has backslashes
 };
 
 } // namespace zektool
