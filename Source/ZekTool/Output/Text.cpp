@@ -49,15 +49,17 @@ bool IsUTF8(std::string_view bytes)
 std::string MakeShowable(std::string_view bytes)
 {
     std::string text;
+    text.reserve(bytes.size());
     while (!bytes.empty())
     {
         const SCharacter character = ReadCharacter(bytes);
-        const std::size_t size = character.size == 0 ? 1 : character.size;
-        const bool isShown = character.size != 0 && !IsControl(character.code);
-        for (char c : bytes.substr(0, size))
-            text += isShown ? std::string(1, c)
-                            : fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
-        bytes.remove_prefix(size);
+        const std::string_view taken = bytes.substr(0, character.size == 0 ? 1 : character.size);
+        if (character.size != 0 && !IsControl(character.code))
+            text += taken;
+        else
+            for (char c : taken)
+                text += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
+        bytes.remove_prefix(taken.size());
     }
     return text;
 }
