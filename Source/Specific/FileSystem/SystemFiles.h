@@ -72,8 +72,8 @@ std::string ResolveLinks(std::string& path);
 struct SFolderEntry
 {
     std::string name;
-    bool isFolder; ///< or a link to one
-    bool isLink;
+    bool isFolder = false; ///< or a link to one
+    bool isLink = false;
 };
 
 /// Calls a function with each entry of a folder until it returns false. Returns the error.

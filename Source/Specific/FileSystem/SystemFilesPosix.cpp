@@ -1,7 +1,10 @@
 #include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <string_view>
 #include <system_error>
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 #include "Specific/FileSystem/SystemFiles.h"
@@ -34,6 +37,26 @@ SPathStatus MakeFailedStatus(int error)
 std::string GetText(const std::error_code& error)
 {
     return error ? error.message() : "";
+}
+
+struct SFolderCloser
+{
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+SFolderEntry MakeEntry(const std::string& folder, const dirent& found)
+{
+    SFolderEntry entry;
+    entry.name = found.d_name;
+    entry.isFolder = found.d_type == DT_DIR;
+    // A link may lead to a folder, and some file systems do not tell what an entry is.
+    if (!entry.isFolder && found.d_type != DT_REG)
+    {
+        const std::string path = folder + SystemSeparator + entry.name;
+        entry.isLink = GetLinkKind(path) == EPathKind::Link;
+        entry.isFolder = IsFolder(path);
+    }
+    return entry;
 }
 
 } // namespace
@@ -69,16 +92,18 @@ std::string ResolveLinks(std::string& path)
 std::string
 ReadFolder(const std::string& path, const std::function<bool(const SFolderEntry& entry)>& use)
 {
-    std::error_code error;
-    fs::directory_iterator i(path, error);
-    for (; !error && i != fs::directory_iterator(); i.increment(error))
+    const std::unique_ptr<DIR, SFolderCloser> folder(opendir(path.c_str()));
+    while (folder)
     {
-        // A link that leads nowhere is no folder.
-        std::error_code ignored;
-        if (!use({i->path().filename().string(), i->is_directory(ignored), i->is_symlink(ignored)}))
+        errno = 0;
+        const dirent* found = readdir(folder.get());
+        if (found == nullptr)
             break;
+        const std::string_view name = found->d_name;
+        if (name != "." && name != ".." && !use(MakeEntry(path, *found)))
+            return "";
     }
-    return GetText(error);
+    return errno == 0 ? "" : std::generic_category().message(errno);
 }
 
 std::string CreateFolders(const std::string& path)
