@@ -11,9 +11,11 @@ namespace zek
 template <typename Walk>
 bool WalkLightmap(Walk& walk)
 {
-    SZEKLightmap lightmap;
-    if (!walk.Text("name", lightmap.name))
+    std::string_view name;
+    if (!walk.Text("name", name))
         return false;
+    SZEKLightmap lightmap;
+    lightmap.name = name;
     walk.GetSink().LightmapName(lightmap.name);
     if (!WalkFlags(walk, lightmap.flags))
         return false;

@@ -186,9 +186,11 @@ bool WalkShaderParameters(Walk& walk, int version, EZEKShaderType shaderType)
 template <typename Walk>
 bool WalkMaterial(Walk& walk, int version)
 {
-    SZEKMaterial material;
-    if (!walk.Text("name", material.name))
+    std::string_view name;
+    if (!walk.Text("name", name))
         return false;
+    SZEKMaterial material;
+    material.name = name;
     if (!walk.Block(
             "material", [&](auto& fields) { WalkMaterialFields(fields, version, material); }))
         return false;

@@ -76,9 +76,11 @@ template <typename Walk>
 template <typename Walk>
 bool WalkNode(Walk& walk, int version)
 {
-    SZEKNode node;
-    if (!walk.Text("name", node.name))
+    std::string_view name;
+    if (!walk.Text("name", name))
         return false;
+    SZEKNode node;
+    node.name = name;
 
     int shape;
     const auto walkFields = [&](auto& fields)
@@ -104,8 +106,8 @@ bool WalkNode(Walk& walk, int version)
 
     constexpr int reservedBlockSize = 20;
     constexpr int reservedWordSize = 4;
-    const auto skip = [&](const char* name, int size)
-    { return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); }); };
+    const auto skip = [&](const char* block, int size)
+    { return walk.Block(block, [&](auto& fields) { fields.Bytes(block, size); }); };
     if (version >= version::NodeReservedBlock && !skip("reservedBlock", reservedBlockSize))
         return false;
     if (version >= version::NodeReservedWord && !skip("reservedWord", reservedWordSize))

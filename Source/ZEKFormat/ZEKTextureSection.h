@@ -11,9 +11,11 @@ namespace zek
 template <typename Walk>
 bool WalkTexture(Walk& walk, int version)
 {
-    SZEKTexture texture;
-    if (!walk.Text("name", texture.name))
+    std::string_view name;
+    if (!walk.Text("name", name))
         return false;
+    SZEKTexture texture;
+    texture.name = name;
     if (version >= version::TextureClamp && !walk.Int("clamp", texture.clamp))
         return false;
     if (version >= version::TextureFlags && !WalkFlags(walk, texture.flags))
