@@ -29,6 +29,7 @@ public:
     void Header(const zek::SZEKHeader& header)
     {
         m_Survey.processedMarkerOffset = header.processedMarker.offset;
+        m_Survey.processedMarker = static_cast<unsigned char>(header.processedMarkerValue);
     }
 
     void Node(const zek::SZEKNode& node)

@@ -73,12 +73,9 @@ void AddRefusal(filesystem::CRandomAccessFile& file, CFindingList& findings)
         });
 }
 
-void CheckProcessedMarker(
-    const SSurvey& survey, filesystem::CRandomAccessFile& file, CFindingList& findings)
+void CheckProcessedMarker(const SSurvey& survey, CFindingList& findings)
 {
-    unsigned char marker = 1;
-    if (survey.processedMarkerOffset < 0 ||
-        file.Read(survey.processedMarkerOffset, &marker, 1) != 1 || marker == 1)
+    if (survey.processedMarkerOffset < 0 || survey.processedMarker == 1)
         return;
     findings.Add(
         EFinding::NotMarked,
@@ -88,7 +85,8 @@ void CheckProcessedMarker(
             finding.location.section = "header";
             finding.location.field = "processedMarker";
             finding.location.offset = survey.processedMarkerOffset;
-            finding.message = "its first byte is " + std::to_string(marker) + " instead of 1";
+            finding.message =
+                "its first byte is " + std::to_string(survey.processedMarker) + " instead of 1";
             return finding;
         });
 }
@@ -181,7 +179,7 @@ void CheckFile(
         AddRefusal(file, findings);
         return;
     }
-    CheckProcessedMarker(survey, file, findings);
+    CheckProcessedMarker(survey, findings);
     CheckVariants(path, survey, options, findings);
     CheckReferences(survey, options.isDeep, file, findings);
     if (source.GetLeft() > 0)

@@ -39,6 +39,7 @@ struct SIndexRange
 struct SSurvey
 {
     std::int64_t processedMarkerOffset = -1; ///< -1 when the version has none
+    unsigned char processedMarker = 0;       ///< the first of its bytes
     std::vector<SSurveyedItem> textures;
     std::vector<SSurveyedItem> cubemaps; ///< of the probes, where their version has flags
     std::vector<SSurveyedItem> lightmaps;
