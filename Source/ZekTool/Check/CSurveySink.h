@@ -15,8 +15,11 @@ namespace zektool
 /// True for a name that, taken for a file's, leads out of the folder that the file is expected in.
 inline bool IsUnsafeName(const std::string& name)
 {
-    return name == ".." || name.find('/') != std::string::npos ||
-           !LFileName::DeleteFileName(name).empty();
+    constexpr std::size_t none = std::string::npos;
+    if (name == ".." || name.find('/') != none)
+        return true;
+    // A backslash may be the second byte of a character.
+    return name.find('\\') != none && !LFileName::DeleteFileName(name).empty();
 }
 
 /// Surveys a model while it is walked.

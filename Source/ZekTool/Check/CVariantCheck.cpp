@@ -37,15 +37,14 @@ CVariantCheck::CVariantCheck(
     const std::string& folder, const SCheckOptions& options, CFindingList& findings)
     : m_Options(options)
     , m_Findings(findings)
-    , m_FolderLength(folder.size())
+    , m_Folder(folder)
     , m_Finder(folder)
     , m_FolderFinder(folder, zek::CZEKVariantFinder::IsExistFile, '/')
 {
     for (std::size_t family = 0; family < zek::CompressionFamilies.size(); ++family)
     {
-        const zek::SCompressionFamily& names = zek::CompressionFamilies[family];
-        m_TextureFolders[family].path = folder + std::string(names.textureFolder);
-        m_CubemapFolders[family].path = folder + std::string(names.cubemapFolder);
+        m_TextureFolders[family].name = zek::CompressionFamilies[family].textureFolder;
+        m_CubemapFolders[family].name = zek::CompressionFamilies[family].cubemapFolder;
     }
     m_ModelFolder.isAsked = true;
 }
@@ -76,7 +75,7 @@ void CVariantCheck::Add(
 
 std::string CVariantCheck::Shorten(const std::string& path) const
 {
-    return MakeShowable(std::string_view(path).substr(m_FolderLength));
+    return MakeShowable(std::string_view(path).substr(m_Folder.size()));
 }
 
 void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items)
@@ -236,8 +235,8 @@ EVariantState CVariantCheck::GetState(const std::string& path, SFolder& folder)
     if (state == EVariantState::Absent && !folder.isAsked)
     {
         folder.isAsked = true;
-        folder.mayExist =
-            filesystem::GetPathStatus(folder.path).kind != filesystem::EPathKind::Absent;
+        const std::string asked = m_Folder + std::string(folder.name);
+        folder.mayExist = filesystem::GetPathStatus(asked).kind != filesystem::EPathKind::Absent;
     }
     return state;
 }

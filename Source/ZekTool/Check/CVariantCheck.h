@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZEKOverwriter/CZEKVariantFinder.h"
@@ -49,7 +50,7 @@ private:
     /// A folder of variants, which is asked for when the first file that should lie in it does not.
     struct SFolder
     {
-        std::string path;
+        std::string_view name;
         bool isAsked = false;
         bool mayExist = true;
     };
@@ -59,7 +60,7 @@ private:
     SVariant LookAtFiles(
         const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, SFolder& folder);
     bool IsInFolders(const SItem& item, std::size_t family);
-    static EVariantState GetState(const std::string& path, SFolder& folder);
+    EVariantState GetState(const std::string& path, SFolder& folder);
     void
     CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
     void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
@@ -78,7 +79,7 @@ private:
 
     const SCheckOptions& m_Options;
     CFindingList& m_Findings;
-    std::size_t m_FolderLength;
+    std::string m_Folder; // of the model
     zek::CZEKVariantFinder m_Finder;
     zek::CZEKVariantFinder m_FolderFinder; // of faces in real folders
     std::array<SFamily, zek::CompressionFamilyCount> m_Families;

@@ -113,11 +113,15 @@ bool CVariantFolderCheck::IsItem(
     const bool isNameless = stem.compare(0, namelessLightmap.size(), namelessLightmap) == 0;
     const std::string digits = isNameless ? stem.substr(namelessLightmap.size()) : stem;
     const int count = isNameless ? m_Survey.namelessLightmapCount : m_Survey.GetTextureCount();
+    // As `%03d` writes a number: putting that together for each file costs more than anything else
+    // here.
+    constexpr std::size_t leastDigits = 3;
+    if (digits.size() < leastDigits || (digits.size() > leastDigits && digits[0] == '0'))
+        return false;
     int index = 0;
-    const std::from_chars_result end =
-        std::from_chars(digits.data(), digits.data() + digits.size(), index);
-    return end.ec == std::errc() && index >= 0 && index < count &&
-           digits == zek::SZEKItem::MakeTexture(static_cast<std::size_t>(index)).name;
+    const char* end = digits.data() + digits.size();
+    const std::from_chars_result read = std::from_chars(digits.data(), end, index);
+    return read.ec == std::errc() && read.ptr == end && index >= 0 && index < count;
 }
 
 void CVariantFolderCheck::AddCase(const std::string& name, const std::string& path)

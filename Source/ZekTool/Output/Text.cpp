@@ -1,5 +1,7 @@
 #include "ZekTool/Output/Text.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 #include "Independent/CharacterCode/Unicode.h"
@@ -48,6 +50,9 @@ bool IsUTF8(std::string_view bytes)
 
 std::string MakeShowable(std::string_view bytes)
 {
+    // Most names are plain.
+    if (std::all_of(bytes.begin(), bytes.end(), [](char c) { return c >= ' ' && c <= '~'; }))
+        return std::string(bytes);
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty())
