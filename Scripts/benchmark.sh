@@ -208,10 +208,11 @@ fi
 rm -rf "$disk"
 
 # Prints what a run over the model costs for each of its bytes or items, in nanoseconds and as a ratio
-# to the size before, when what a run over an empty model takes is left out.
+# to the size before, when what a run over an empty model takes is left out. Of a short run little is
+# left then, for which there are more of them.
 print_growth() {
     local ratio microseconds rest cost
-    read -r ratio _ _ microseconds rest < <("$tools/CompareRuns" "$runs" \
+    read -r ratio _ _ microseconds rest < <("$tools/CompareRuns" $((runs * ($3 ? 10 : 1))) \
         "$program" "$model" against "$program" "$scratch/empty.zek")
     cost=$(awk -v n="$2" -v r="$ratio" -v t="$microseconds" \
         'BEGIN { printf "%.3f", 1000 * t * (1 - 1 / r) / n }')
@@ -229,14 +230,14 @@ for kind in small-meshes large-meshes; do
     for size in $sizes; do
         [ "$size $kind" = "1 large-meshes" ] && continue # one of them has 5 MB
         read -r bytes < <("$tools/WriteModel" $kind "$size" "$model")
-        print_growth "$size MB of ${kind//-/ }" "$bytes"
+        print_growth "$size MB of ${kind//-/ }" "$bytes" $((size < 100))
     done
 done
 model=$scratch/none/model.zek
 previous=
 for count in $counts; do
     quietly "$tools/WriteModel" textures "$count" "$model"
-    print_growth "$count textures, no variant" "$count"
+    print_growth "$count textures, no variant" "$count" $((count < 10000))
 done
 
 model=$scratch/model.zek
