@@ -216,6 +216,19 @@ class Outputs(ProgramTest):
             process.stderr.close()
             self.assertEqual(1, process.wait(timeout=60))
 
+    def test_standard_error_that_goes_there_too_is_no_signal(self):
+        folder = self.write_many(3000)
+        for words in (["info", folder], ["mark", folder], ["help"], ["dump", "none"], ["frob"]):
+            with open("/dev/full", "wb") as full:
+                process = start(*words, stdout=full, stderr=subprocess.STDOUT)
+                self.assertEqual(2 if words[-1] in ("none", "frob") else 1, process.wait(timeout=60))
+        for words in (["info", folder], ["frob"]):
+            reader, writer = os.pipe()
+            os.close(reader)
+            process = start(*words, stdout=writer, stderr=subprocess.STDOUT)
+            os.close(writer)
+            self.assertEqual(2 if words == ["frob"] else 1, process.wait(timeout=60))
+
     def test_a_closed_pipe_ends_a_dump(self):
         path = self.write(b"large.zek", make_model(names=[b"x"] * 200000))
         process = start("dump", path, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
@@ -366,6 +379,19 @@ class Interrupts(ProgramTest):
         self.assertGreater(not_done, 1000)
         summary = f"5000 models: {5000 - not_done} shown, 0 failed, {not_done} not done"
         self.assertEqual(summary, lines[-1])
+
+    def test_the_rest_of_a_list_is_named_too(self):
+        folder = self.write_many(5000).encode()
+        paths = b"".join(folder + b"/%05d.zek\0" % i for i in range(5000))
+        process = start("info", "--files0-from", self.write(b"list", paths), stdout=subprocess.PIPE)
+        self.addCleanup(process.stdout.close)
+        select.select([process.stdout], [], [], 60)
+        time.sleep(0.3)
+        process.send_signal(signal.SIGINT)
+        lines = process.communicate(timeout=60)[0].decode().splitlines()
+        self.assertEqual(130, process.returncode)
+        self.assertTrue(lines[-1].startswith("5000 models: "), lines[-1])
+        self.assertTrue(lines[-2].endswith("/many/04999.zek: not done"), lines[-2])
 
     def test_the_second_ends_it_at_once(self):
         process = self.start_blocked()

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -82,10 +81,10 @@ EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
     const auto command = MakeCommand(line, models);
     const STally tally = RunOnAll(line, *command, models, output);
     // Programs read JSON, and a person what is on the other stream.
-    COutput errors(StandardError);
-    if (models.IsSeveral())
-        (line.isJson ? errors : output).Write(MakeSummary(*command, tally));
-    errors.Flush();
+    if (models.IsSeveral() && line.isJson)
+        PrintError(MakeSummary(*command, tally));
+    else if (models.IsSeveral())
+        output.Write(MakeSummary(*command, tally));
     if (IsInterrupted())
         return EExitStatus::Interrupted;
     return tally.failed == 0 ? EExitStatus::Success : EExitStatus::Failure;
@@ -138,11 +137,7 @@ EExitStatus Report(const SCommandLine& line, COutput& output)
     if (isPage || !line.outputPath.empty())
         output.Write(ReportToFile(line, line.outputPath.empty() ? "report.html" : line.outputPath));
     else
-    {
-        COutput errors(StandardError);
-        errors.Write(ReportTo(line, output));
-        errors.Flush();
-    }
+        PrintError(ReportTo(line, output));
     return IsInterrupted() ? EExitStatus::Interrupted : EExitStatus::Success;
 }
 
@@ -176,7 +171,7 @@ EExitStatus RunAndFlush(const SCommandLine& line)
     output.Flush();
     if (output.GetError() != 0)
     {
-        fmt::print(stderr, "zek: standard output: {}\n", std::strerror(output.GetError()));
+        PrintError(fmt::format("zek: standard output: {}\n", std::strerror(output.GetError())));
         status = EExitStatus::Failure;
     }
     return status;
@@ -196,11 +191,11 @@ EExitStatus RunZek(const std::vector<std::string>& words)
     catch (const CUsageError& error)
     {
         status = EExitStatus::Usage;
-        fmt::print(stderr, "zek: {}\n", error.what());
+        PrintError(fmt::format("zek: {}\n", error.what()));
     }
     catch (const std::exception& error)
     {
-        fmt::print(stderr, "zek: {}\n", error.what());
+        PrintError(fmt::format("zek: {}\n", error.what()));
     }
     return status;
 }

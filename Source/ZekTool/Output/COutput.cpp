@@ -46,4 +46,11 @@ void COutput::Flush()
     m_Buffer.clear();
 }
 
+void PrintError(std::string_view text)
+{
+    COutput output(StandardError);
+    output.Write(text);
+    output.Flush();
+}
+
 } // namespace zektool

@@ -43,4 +43,8 @@ private:
     std::string m_Buffer;
 };
 
+/// Writes a text to standard error. Whether it could be written changes nothing: there is nobody
+/// else to tell.
+void PrintError(std::string_view text);
+
 } // namespace zektool

@@ -1,9 +1,8 @@
 #include "ZekTool/Output/CProgress.h"
 
-#include <cstdio>
-
 #include <fmt/format.h>
 
+#include "ZekTool/Output/COutput.h"
 #include "ZekTool/Output/Descriptor.h"
 
 namespace zektool
@@ -31,14 +30,14 @@ void CProgress::Show(const STally& tally, std::size_t total)
     if (!m_IsTerminal)
         return;
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_Start;
-    fmt::print(stderr, "\r{}\033[K", MakeProgressLine(tally, total, elapsed.count()));
+    PrintError("\r" + MakeProgressLine(tally, total, elapsed.count()) + "\033[K");
     m_IsShown = true;
 }
 
 void CProgress::Clear()
 {
     if (m_IsShown)
-        std::fputs("\r\033[K", stderr);
+        PrintError("\r\033[K");
     m_IsShown = false;
 }
 
