@@ -69,7 +69,7 @@ if readelf -l "$root"/usr/bin/* | grep INTERP; then
     fail "A program needs shared libraries."
 fi
 for file in man/man1/{ZEKTexComp,zek}.1.gz bash-completion/completions/zek \
-    doc/zektexcomp/Documents/schemas/zek-{info,dump,check,mark}.json \
+    doc/zektexcomp/Documents/schemas/zek-{info,dump,check,mark,report}.json \
     doc/zektexcomp/Examples/pipeline/{README.md,gate/pre-commit}; do
     [ -s "$root/usr/share/$file" ] || fail "There is no $file."
 done

@@ -73,6 +73,12 @@ expect_failures() {
     done
 }
 
+# Checks that a bad model, of which the number is given, is named with its reason.
+expect_reason() {
+    grep -a "${bad[$1]}/model.zek" output | grep -aqF "${reasons[$1]}" \
+        || fail_recipe "does not say that ${bad[$1]} failed: ${reasons[$1]}"
+}
+
 # Checks what a recipe made that marks in place.
 expect_marked_in_place() {
     local i name
@@ -80,9 +86,8 @@ expect_marked_in_place() {
     for name in "${good[@]}"; do
         expect_same "$scratch/reference/model.zek" "models/$name/model.zek"
     done
-    for ((i = 0; i < ${#bad[@]}; ++i)); do
-        grep -a "${bad[i]}/model.zek" output | grep -aqF "${reasons[i]}" \
-            || fail_recipe "does not say that ${bad[i]} failed: ${reasons[i]}"
+    for i in "${!bad[@]}"; do
+        expect_reason "$i"
     done
     printf '%-24s %d models done, %d named with the reason, status %d\n' \
         "$recipe" ${#good[@]} ${#bad[@]} "$status"

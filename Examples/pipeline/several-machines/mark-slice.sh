@@ -8,8 +8,8 @@
 slice=$1/slice.$(printf %06d "${2-$SLURM_ARRAY_TASK_ID}")
 result=$slice.$(hostname).$$
 zek mark --json --files0-from "$slice" >"$result"
-# zek's own status is also that of a model that failed, which the result tells.
-if [ "$(tr -cd '\0' <"$slice" | wc -c)" -ne "$(wc -l <"$result")" ]; then
+# Of zek's own status only that of Ctrl-C counts: the result tells of a model that failed.
+if [ $? -eq 130 ] || [ "$(tr -cd '\0' <"$slice" | wc -c)" -ne "$(wc -l <"$result")" ]; then
     rm -f "$result"
     exit 1
 fi

@@ -157,7 +157,7 @@ void CRunner::PrintNotDone()
     if (!IsInterrupted())
         return;
     SModelPath model;
-    while (m_Models.NextKnown(model))
+    while (m_Models.NextUndone(model))
         Print(model, m_Command.MakeFailure(model, EOutcome::NotDone, "not done"));
 }
 

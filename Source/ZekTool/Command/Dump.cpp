@@ -7,9 +7,12 @@
 #include <fmt/format.h>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZEKFormat/CZEKVisitor.h"
+#include "ZekTool/Models/CModelList.h"
 #include "ZekTool/Models/OpenModel.h"
 #include "ZekTool/Models/RefusalText.h"
+#include "ZekTool/Output/CUsageError.h"
 #include "ZekTool/Output/Interrupt.h"
 #include "ZekTool/Output/Json.h"
 #include "ZekTool/Output/Text.h"
@@ -185,11 +188,16 @@ std::unique_ptr<CDumper> MakeDumper(const SCommandLine& line, COutput& output)
 
 EExitStatus Dump(const SCommandLine& line, COutput& output)
 {
+    const std::string& path = line.paths.front();
+    const filesystem::SPathStatus status = filesystem::GetPathStatus(path);
+    if (status.kind == filesystem::EPathKind::Absent)
+        throw CUsageError(MakeNoPathError(path, status.error));
+
     const auto dumper = MakeDumper(line, output);
     try
     {
         filesystem::CRandomAccessFile file;
-        std::string error = OpenModel(line.paths.front(), file);
+        std::string error = OpenModel(path, file);
         if (error.empty())
         {
             const auto refusal = zek::VisitFields(file, *dumper);

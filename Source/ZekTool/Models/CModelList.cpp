@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Models/ModelSearch.h"
 #include "ZekTool/Output/CUsageError.h"
 #include "ZekTool/Output/Interrupt.h"
@@ -28,6 +29,12 @@ std::string MakeNoModelError(const std::string& folder, const std::vector<std::s
 
 } // namespace
 
+std::string MakeNoPathError(const std::string& path, const std::string& error)
+{
+    return fmt::format(
+        "{}: {}; name a model, or a folder with models below it", MakeShowable(path), error);
+}
+
 CModelList::CModelList(const std::vector<std::string>& paths, std::vector<std::string> patterns)
     : m_Patterns(std::move(patterns))
 {
@@ -38,7 +45,7 @@ CModelList::CModelList(const std::vector<std::string>& paths, std::vector<std::s
         if (count == 0 && !IsInterrupted())
             errors.push_back(MakeNoModelError(path, m_Patterns));
         else if (count == 1 && m_Models.back().path == path && !m_Models.back().error.empty())
-            errors.push_back(MakeShowable(path) + ": " + m_Models.back().error);
+            errors.push_back(MakeNoPathError(path, m_Models.back().error));
     }
     if (!errors.empty())
         throw CUsageError(fmt::to_string(fmt::join(errors, "\nzek: ")));
@@ -70,6 +77,17 @@ bool CModelList::NextKnown(SModelPath& model)
     if (m_Next == m_Models.size())
         return false;
     model = std::move(m_Models[m_Next++]);
+    return true;
+}
+
+bool CModelList::NextUndone(SModelPath& model)
+{
+    if (NextKnown(model))
+        return true;
+    std::string path;
+    if (!m_Reader || !m_Reader->Next(path))
+        return false;
+    model = {path, filesystem::GetNameStart(path)};
     return true;
 }
 

@@ -12,6 +12,9 @@
 namespace zektool
 {
 
+/// Returns what to say of a path on the command line that could not be followed.
+std::string MakeNoPathError(const std::string& path, const std::string& error);
+
 /// The models that are worked on, in their order.
 class CModelList
 {
@@ -26,8 +29,10 @@ public:
     /// Takes the next model. False at the end.
     bool Next(SModelPath& model);
 
-    /// Takes the next of the models that need no more reading. False when none is left.
-    bool NextKnown(SModelPath& model);
+    /// Takes the next of those that have not been taken, to say that it is not done: what a path
+    /// that is still to be read stands for is not looked at. After Ctrl-C, and as long as the list
+    /// comes without waiting.
+    bool NextUndone(SModelPath& model);
 
     /// The number of all models, or 0 when it is not known.
     std::size_t GetTotal() const { return m_Reader ? 0 : m_Models.size(); }
@@ -42,6 +47,8 @@ public:
     std::string GetError() const;
 
 private:
+    bool NextKnown(SModelPath& model);
+
     std::vector<std::string> m_Patterns;
     std::unique_ptr<CPathReader> m_Reader;
     std::vector<SModelPath> m_Models;

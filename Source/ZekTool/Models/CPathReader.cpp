@@ -15,7 +15,9 @@ CPathReader::CPathReader(const std::string& path)
     : m_Descriptor(path == "-" ? StandardInput : OpenToRead(path))
 {
     if (m_Descriptor < 0)
-        throw CUsageError(MakeShowable(path) + ": " + std::strerror(errno));
+        throw CUsageError(
+            MakeShowable(path) + ": " + std::strerror(errno) +
+            "; --files0-from takes a file of paths, each ended by a zero byte");
 }
 
 CPathReader::~CPathReader()

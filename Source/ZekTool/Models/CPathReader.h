@@ -17,7 +17,8 @@ public:
     CPathReader(const CPathReader&) = delete;
     CPathReader& operator=(const CPathReader&) = delete;
 
-    /// Takes the next path. False at the end, after Ctrl-C, and when reading fails.
+    /// Takes the next path. False at the end, when reading fails, and after Ctrl-C, unless there is
+    /// one that need not be waited for.
     bool Next(std::string& path);
 
     /// The number of the error that reading failed with, or 0.

@@ -97,16 +97,19 @@ TEST_F(CModelListTest, PathsThatAreReadFailInTheirPlace)
     EXPECT_EQ("", list.GetError());
 }
 
-TEST_F(CModelListTest, WhatIsKnownNeedsNoReading)
+TEST_F(CModelListTest, WhatIsNotDoneIsNotLookedAt)
 {
-    folder.Write("list", folder.GetPath("a") + '\0' + folder.GetPath("b"));
+    folder.Write("list", folder.GetPath("a") + '\0' + folder.GetPath("b") + '\0');
     CModelList list(std::make_unique<CPathReader>(folder.GetPath("list")), Zek);
     SModelPath model;
-    EXPECT_FALSE(list.NextKnown(model));
     EXPECT_TRUE(list.Next(model));
-    EXPECT_TRUE(list.NextKnown(model));
+    EXPECT_EQ(folder.GetPath("a/1.zek"), model.path);
+    EXPECT_TRUE(list.NextUndone(model));
     EXPECT_EQ(folder.GetPath("a/2.zek"), model.path);
-    EXPECT_FALSE(list.NextKnown(model));
+    EXPECT_TRUE(list.NextUndone(model));
+    EXPECT_EQ(folder.GetPath("b"), model.path);
+    EXPECT_EQ("b", model.GetName());
+    EXPECT_FALSE(list.NextUndone(model));
 }
 
 TEST_F(CModelListTest, AListThatCannotBeReadHasAnError)
