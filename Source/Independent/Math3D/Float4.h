@@ -10,6 +10,7 @@ namespace math3d::detail
 {
 
 using Float4 = float __attribute__((vector_size(16)));
+using Int4 = int __attribute__((vector_size(16)));
 
 /// The four floats that an object consists of: a row of a matrix, a quaternion.
 template <typename Object>
@@ -29,15 +30,21 @@ void StoreFloat4(Object& dest, Float4 value)
     std::memcpy(static_cast<void*>(&dest), &value, sizeof(value));
 }
 
-/// (value[I], value[J], value[K], value[L]).
+/// (value[I], value[J], value[K], value[L]). g++ 11 lacks the builtin.
 template <int I, int J, int K, int L>
 Float4 Shuffle(Float4 value)
 {
+#if __has_builtin(__builtin_shufflevector)
+    // As integers: for these x86 has an instruction that leaves its operand as it was.
+    const Int4 bits = reinterpret_cast<Int4>(value);
+    return reinterpret_cast<Float4>(__builtin_shufflevector(bits, bits, I, J, K, L));
+#else
     return Float4{value[I], value[J], value[K], value[L]};
+#endif
 }
 
-/// Four of the eight floats of two values, counted from 0 to 7. g++ 11 lacks the builtin; later
-/// ones do not see by themselves that this is one instruction.
+/// Four of the eight floats of two values, counted from 0 to 7. Without the builtin compilers do
+/// not see that this is one instruction.
 template <int I, int J, int K, int L>
 Float4 Shuffle(Float4 a, Float4 b)
 {
@@ -65,7 +72,6 @@ inline void Transpose(Float4& a, Float4& b, Float4& c, Float4& d)
 /// (value[0], value[1], value[2], -value[3]).
 inline Float4 NegateLast(Float4 value)
 {
-    using Int4 = int __attribute__((vector_size(16)));
     const Int4 signOfLast = {0, 0, 0, -0x7FFFFFFF - 1};
     return reinterpret_cast<Float4>(reinterpret_cast<Int4>(value) ^ signOfLast);
 }

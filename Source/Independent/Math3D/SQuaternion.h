@@ -200,11 +200,7 @@ struct SQuaternion
         if (dot < 0.0f) // the negative of the target is nearer
             targetWeight = -targetWeight;
 
-        SQuaternion result;
-        math3d::detail::StoreFloat4(
-            result, math3d::detail::LoadFloat4(*this) * weight +
-                        math3d::detail::LoadFloat4(target) * targetWeight);
-        return result;
+        return *this * weight + target * targetWeight;
     }
 
     /// (x, y, z, -w): the conjugate with all four signs changed, the inverse rotation.
