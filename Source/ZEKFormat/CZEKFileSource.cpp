@@ -9,7 +9,7 @@ namespace zek
 namespace
 {
 
-// A read costs as much as some kilobytes: behind an array that was stepped over, a little is read,
+// A read costs as much as some kilobytes: after an array that was stepped over, a little is read,
 // and more and more where every byte is walked.
 constexpr std::int64_t MostGrowth = 64;
 

@@ -52,7 +52,7 @@ public:
     virtual ~CZEKVisitor() = default;
 
     /// A section begins: "header", "nodes", "meshes", "materials", "probes", "textures", "bones" or
-    /// "lightmaps". Materials are begun a second time behind the probes that stand among them.
+    /// "lightmaps". Materials are begun a second time after the probes that stand among them.
     virtual void OnSection(std::string_view) {}
 
     virtual void OnField(const SZEKField& field) = 0;

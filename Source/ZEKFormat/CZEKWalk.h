@@ -20,7 +20,7 @@ namespace zek
 ///
 /// Every function that returns a bool returns false where the file has to be refused, after the
 /// sink has heard why. The position is then where the demand was made that is not met, the end of
-/// the file after a text without an end, or behind a wrong value.
+/// the file after a text without an end, or after a wrong value.
 template <typename Source, typename Sink>
 class CZEKWalk
 {

@@ -23,7 +23,7 @@ struct SZEKLocation
 };
 
 /// Returns a text of a file as it can be shown in a line: with control characters written as \x01,
-/// and cut behind 80 bytes, for which "..." stands.
+/// and cut after 80 bytes, for which "..." stands.
 std::string MakeExcerpt(std::string_view text);
 
 } // namespace zek

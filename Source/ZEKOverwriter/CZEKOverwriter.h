@@ -16,7 +16,7 @@ namespace zek
 /// Marks in a ZEK model file which compressed variants of its textures, lightmaps and reflection
 /// cubemaps lie on disk beside it. One object serves one file.
 ///
-/// The walkers each start at the reader's position and leave it just behind their section. They
+/// The walkers each start at the reader's position and leave it just after their section. They
 /// return false when the data ends early or is malformed, and the position is then anywhere. They
 /// never read outside the reader's range, whatever the data says, and a count of zero or less
 /// means no records. Only those of the header, textures, lightmaps and reflection probes keep

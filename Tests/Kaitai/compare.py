@@ -19,7 +19,7 @@ import tempfile
 HERE = pathlib.Path(__file__).resolve().parent
 MODELS_AT_ONCE = 500
 
-# A cut behind each so many bytes of a model. The first cut differs from version to version.
+# A cut after each so many bytes of a model. The first cut differs from version to version.
 CUT_STEP = 101
 
 # The newest with everything, and the newest.

@@ -89,7 +89,7 @@ CFileImageAnalyser MakeReader(const Bytes& bytes, int pos)
     return reader;
 }
 
-/// Expects a read of a number of bytes to succeed exactly where they are there, and to end behind
+/// Expects a read of a number of bytes to succeed exactly where they are there, and to end after
 /// them or not to move.
 template <typename Value>
 void ExpectReadWithin(bool (CFileImageAnalyser::*read)(Value&), int size)

@@ -142,7 +142,7 @@ protected:
 
     explicit CModelFields(int version) : m_Version(version) {}
 
-    /// Notes a field at the position, which moves behind it.
+    /// Notes a field at the position, which moves after it.
     void AddField(const std::string& name, EFieldKind kind, std::size_t count);
 
     int m_Version;

@@ -118,11 +118,11 @@ TEST(CZEKOverwriterLightmapList, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(26);
     builder.AddInt("lightmapCount", 1);
-    builder.AddBytes("lightmaps.name", "LightMap000.png and no zero byte behind");
+    builder.AddBytes("lightmaps.name", "LightMap000.png and no zero byte after it");
     EXPECT_EQ(Refused, Walk(AnalyseLightmapList, builder.GetImage(), 26));
 }
 
-TEST(CZEKOverwriterLightmapList, FlagSlotsAreTheFourBytesBehindEachName)
+TEST(CZEKOverwriterLightmapList, FlagSlotsAreTheFourBytesAfterEachName)
 {
     const Bytes image =
         BuildLightmaps(26, {SLightmap{"ab", {1, 2, 3, 4}}, SLightmap{"", {}}}).GetImage();

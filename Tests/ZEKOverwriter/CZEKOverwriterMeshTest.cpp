@@ -92,21 +92,21 @@ Bytes BuildMeshWithoutVertices(int vertexCount, const StreamFlags& streams = {})
 }
 
 /// Walks a mesh of three vertices whose last primitive has no indices but says that it has.
-std::int64_t WalkWithIndexCount(int indexCount, std::size_t bytesBehindCount)
+std::int64_t WalkWithIndexCount(int indexCount, std::size_t bytesAfterCount)
 {
     CModelBuilder builder(Version);
     builder.AddSimpleMesh(MakeSimpleMesh(3, {}, {{}}));
     const Bytes image = SetInt(builder, "colliderMesh.primitives.indexCount", indexCount);
-    return Walk(AnalyseMeshSimple, Extend(image, bytesBehindCount), Version);
+    return Walk(AnalyseMeshSimple, Extend(image, bytesAfterCount), Version);
 }
 
 /// The same with 32-bit indices.
-std::int64_t WalkWithWideIndexCount(int indexCount, std::size_t bytesBehindCount)
+std::int64_t WalkWithWideIndexCount(int indexCount, std::size_t bytesAfterCount)
 {
     CModelBuilder builder(Version);
     builder.AddSimpleMesh(MakeSimpleMesh(MostVerticesFor16Bit + 1, {}, {{}}));
     const Bytes image = SetInt(builder, "colliderMesh.primitives.indexCount", indexCount);
-    return Walk(AnalyseMeshSimple, Extend(image, bytesBehindCount), Version);
+    return Walk(AnalyseMeshSimple, Extend(image, bytesAfterCount), Version);
 }
 
 constexpr std::int64_t UpToIndexCount = BareSimpleMeshSize + 3 * 12 + 4;

@@ -139,7 +139,7 @@ TEST(CZEKOverwriterReflectionProbe, NameWithoutTerminatorIsRefused)
     EXPECT_EQ(Refused, Walk(AnalyseReflectionProbe, image, 26));
 }
 
-TEST(CZEKOverwriterReflectionProbe, FlagSlotsAreTheFourBytesBehindTheSecondInt)
+TEST(CZEKOverwriterReflectionProbe, FlagSlotsAreTheFourBytesAfterTheSecondInt)
 {
     for (int version : {16, 25})
     {

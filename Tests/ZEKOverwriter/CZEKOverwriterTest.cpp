@@ -210,7 +210,7 @@ TEST(CZEKOverwriter, SectionsStartAtTwelveInVersionsTwentyOneToTwentyFive)
     }
 }
 
-TEST(CZEKOverwriter, IntBehindTheMarkerMustBeZeroFromVersionTwentySixOn)
+TEST(CZEKOverwriter, IntAfterTheMarkerMustBeZeroFromVersionTwentySixOn)
 {
     for (int value : {1, -1, 0x100, 0x1000000, LowestInt})
     {
@@ -220,7 +220,7 @@ TEST(CZEKOverwriter, IntBehindTheMarkerMustBeZeroFromVersionTwentySixOn)
     }
 }
 
-TEST(CZEKOverwriter, IntBehindTheMarkerNeedsFourBytes)
+TEST(CZEKOverwriter, IntAfterTheMarkerNeedsFourBytes)
 {
     const Bytes image = BuildEmpty(26).GetImage();
     for (std::int64_t size = 12; size < 16; ++size)
@@ -319,7 +319,7 @@ TEST(CZEKOverwriter, FileThatEndsInsideAnySectionIsRefused)
     }
 }
 
-TEST(CZEKOverwriter, BytesBehindTheLastSectionSurvive)
+TEST(CZEKOverwriter, BytesAfterTheLastSectionSurvive)
 {
     for (int version : {7, 20, 25, 26})
     {

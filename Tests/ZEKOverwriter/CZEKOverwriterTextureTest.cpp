@@ -72,7 +72,7 @@ TEST(CZEKOverwriterTextureList, NameWithoutTerminatorIsRefused)
 {
     CModelBuilder builder(26);
     builder.AddInt("textureCount", 1);
-    builder.AddBytes("textures.name", "texture.png and no zero byte behind");
+    builder.AddBytes("textures.name", "texture.png and no zero byte after it");
     EXPECT_EQ(Refused, Walk(AnalyseTextureList, builder.GetImage(), 26));
 }
 

@@ -23,7 +23,7 @@ namespace charactercode
 
 /// Converts Shift_JIS to UTF-8. Returns true if every character was converted.
 ///
-/// A byte above 0x7E other than half-width katakana (0xA1..0xDF) takes the byte behind it along,
+/// A byte above 0x7E other than half-width katakana (0xA1..0xDF) takes the byte after it along,
 /// whatever that is, and the two give one character or one "*"; this includes 0x7F, 0x80, 0xA0 and
 /// 0xF0..0xFF. As the last byte it gives "*" alone. A NUL in the input ends the output there.
 bool SJISToUTF8(std::string& output, const std::string& input);
@@ -32,7 +32,7 @@ bool SJISToUTF8(std::string& output, const std::string& input);
 ///
 /// The bytes 0xC2, 0xC3, 0xCE, 0xCF, 0xD0 and 0xD1 take one byte along, every other byte above 0x7E
 /// takes two, whatever they are, and gives one character or one "*". So the first three bytes of a
-/// four-byte form give "*", and its last byte takes the two behind it along. Where fewer bytes are
+/// four-byte form give "*", and its last byte takes the two after it along. Where fewer bytes are
 /// left, the byte alone gives "*". A NUL in the input ends the output there.
 bool UTF8ToSJIS(std::string& output, const std::string& input);
 

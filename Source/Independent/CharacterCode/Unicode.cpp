@@ -10,7 +10,7 @@ namespace
 
 constexpr char32_t FirstHighSurrogate = 0xD800;
 constexpr char32_t FirstLowSurrogate = 0xDC00;
-constexpr char32_t BehindLowSurrogates = 0xE000;
+constexpr char32_t AfterLowSurrogates = 0xE000;
 constexpr char32_t FirstSupplementary = 0x10000;
 constexpr char32_t LargestCode = 0x10FFFF;
 constexpr int SurrogateBits = 10;
@@ -48,9 +48,9 @@ void AppendUTF8(std::string& output, char32_t code)
     }
 }
 
-bool IsIn(char32_t unit, char32_t first, char32_t behind)
+bool IsIn(char32_t unit, char32_t first, char32_t after)
 {
-    return unit >= first && unit < behind;
+    return unit >= first && unit < after;
 }
 
 } // namespace
@@ -109,7 +109,7 @@ std::string UTF16ToUTF8(std::u16string_view input)
     {
         char32_t code = input[i];
         if (IsIn(code, FirstHighSurrogate, FirstLowSurrogate) && i + 1 < input.size() &&
-            IsIn(input[i + 1], FirstLowSurrogate, BehindLowSurrogates))
+            IsIn(input[i + 1], FirstLowSurrogate, AfterLowSurrogates))
         {
             ++i;
             code = FirstSupplementary + ((code - FirstHighSurrogate) << SurrogateBits) +

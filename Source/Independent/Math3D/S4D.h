@@ -75,7 +75,7 @@ struct S4D
     [[nodiscard]] constexpr SColor GetSColor() const noexcept { return SColor(x, y, z, w); }
 };
 
-// S3D.h leads back here by way of the matrix, so the members that need it stand behind the type.
+// S3D.h leads back here by way of the matrix, so the members that need it stand after the type.
 #include "Independent/Math3D/S3D.h"
 
 constexpr S4D::S4D(const S3D& point) noexcept : S4D(point.x, point.y, point.z, 1.0f) {}

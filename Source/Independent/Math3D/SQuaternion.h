@@ -210,7 +210,7 @@ struct SQuaternion
     }
 };
 
-// S3D.h leads back here by way of the matrix, so the members that need it stand behind the type.
+// S3D.h leads back here by way of the matrix, so the members that need it stand after the type.
 // SMatrix.h defines SQuaternion::GetMatrix.
 #include "Independent/Math3D/S3D.h"
 #include "Independent/Math3D/SMatrix.h"

@@ -24,7 +24,7 @@ constexpr bool IsSystemSeparator(char c)
     return separators.find(c) != std::string_view::npos;
 }
 
-/// Returns where the last part of a path begins: behind the last separator, or behind the drive.
+/// Returns where the last part of a path begins: after the last separator, or after the drive.
 std::size_t GetNameStart(const std::string& path);
 
 /// Returns the folder of a path, without separators at its end but for the root.

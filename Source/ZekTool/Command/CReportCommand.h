@@ -25,7 +25,7 @@ public:
     /// Writes what comes before the results.
     void Begin(COutput& output) const;
 
-    /// Writes what comes behind them: the whole page, or the total.
+    /// Writes what comes after them: the whole page, or the total.
     void End(COutput& output);
 
 private:

@@ -161,12 +161,12 @@ std::vector<std::string>
 TakePaths(const std::vector<std::string>& words, const std::string& commandName)
 {
     std::vector<std::string> paths;
-    bool isBehindOptions = false;
+    bool isAfterOptions = false;
     for (const std::string& word : words)
     {
-        if (!isBehindOptions && word == "--")
-            isBehindOptions = true;
-        else if (!isBehindOptions && word.size() > 1 && word.front() == '-')
+        if (!isAfterOptions && word == "--")
+            isAfterOptions = true;
+        else if (!isAfterOptions && word.size() > 1 && word.front() == '-')
             throw CUsageError(
                 "unknown option " + word + "; 'zek help " + commandName + "' lists the options");
         else

@@ -9,7 +9,7 @@
 namespace zektool
 {
 
-/// Understands the words behind the program's name. Throws `CUsageError`.
+/// Understands the words after the program's name. Throws `CUsageError`.
 SCommandLine ParseCommandLine(const std::vector<std::string>& words);
 
 } // namespace zektool

@@ -8,7 +8,7 @@
 namespace zektool
 {
 
-/// Runs the program with the words behind its name.
+/// Runs the program with the words after its name.
 EExitStatus RunZek(const std::vector<std::string>& words);
 
 } // namespace zektool

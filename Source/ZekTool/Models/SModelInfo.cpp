@@ -42,7 +42,7 @@ public:
         m_Info.textures.back().name = texture.name;
     }
 
-    // The name of a probe stands behind its flags, which may be gone from memory by then.
+    // The name of a probe stands after its flags, which may be gone from memory by then.
     void ProbeFlags(const zek::SZEKPlace& flags) { m_ProbeFlags = MakeItem(flags); }
 
     void Probe(const zek::SZEKProbe& probe)

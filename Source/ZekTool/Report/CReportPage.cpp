@@ -79,7 +79,7 @@ Json MakeKindsOfFindingJson()
     return kinds;
 }
 
-/// Returns what stands in the path of each file of a variant before and behind the item's name.
+/// Returns what stands in the path of each file of a variant before and after the item's name.
 Json MakePathsOfVariantJson(CVariantSearch& search, zek::EZEKItemKind kind, std::size_t family)
 {
     const std::string name(1, '*'); // in no path of a variant by itself

@@ -36,7 +36,7 @@ std::string MakeCsvText(std::string_view bytes)
     return quoted + '"';
 }
 
-/// Returns the fields of the counts, each behind a comma.
+/// Returns the fields of the counts, each after a comma.
 std::string MakeCsvCounts(const VariantCounts& counts)
 {
     std::string text;

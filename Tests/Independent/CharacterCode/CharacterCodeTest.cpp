@@ -251,13 +251,13 @@ TEST(CharacterCode, FindsTheOneOtherCharacterInALongRunOfLetters)
 
 // Shift_JIS input
 
-TEST(SJISToUTF8, CodeBehindTheLastHiraganaIsNotCovered)
+TEST(SJISToUTF8, CodeAfterTheLastHiraganaIsNotCovered)
 {
     EXPECT_EQ(Failed("*"), ToUTF8("\x82\xF2"));
     EXPECT_EQ(Failed(L"*"), ToUTF16("\x82\xF2"));
 }
 
-TEST(SJISToUTF8, GoesOnBehindACodeThatIsNotCovered)
+TEST(SJISToUTF8, GoesOnAfterACodeThatIsNotCovered)
 {
     EXPECT_EQ(Failed("*A"), ToUTF8("\x82\xF2\x41"));
     EXPECT_EQ(Failed(L"*A"), ToUTF16("\x82\xF2\x41"));
@@ -288,7 +288,7 @@ TEST(SJISToUTF8, SecondCodeOfACharacterIsNotCovered)
     EXPECT_EQ(Converted("\xE2\x89\x92"), ToUTF8("\x81\xE0")); // the first code of U+2252
 }
 
-TEST(SJISToUTF8, Bytes7F80AndA0SwallowTheByteBehind)
+TEST(SJISToUTF8, Bytes7F80AndA0SwallowTheByteAfter)
 {
     for (const char* lead : {"\x7F", "\x80", "\xA0"})
     {
@@ -299,7 +299,7 @@ TEST(SJISToUTF8, Bytes7F80AndA0SwallowTheByteBehind)
     }
 }
 
-TEST(SJISToUTF8, BytesFromFDOnSwallowTheByteBehind)
+TEST(SJISToUTF8, BytesFromFDOnSwallowTheByteAfter)
 {
     for (const char* lead : {"\xFD", "\xFE", "\xFF"})
     {
@@ -313,7 +313,7 @@ TEST(SJISToUTF8, NULTruncatesTheOutput)
     EXPECT_EQ(Converted("ab"), ToUTF8("ab\0cd"s));
 }
 
-TEST(SJISToUTF8, FailureBehindANULStillCounts)
+TEST(SJISToUTF8, FailureAfterANULStillCounts)
 {
     EXPECT_EQ(Failed("ab"), ToUTF8("ab\0\x82\xF2"s));
 }
@@ -407,7 +407,7 @@ TEST(UTF8ToSJIS, BytesOfACutThreeByteFormGiveAStarEach)
     EXPECT_EQ(Failed("A*"), FromUTF8("A\xE3"));
 }
 
-TEST(UTF8ToSJIS, TextBehindALeadWithTooFewBytesIsConverted)
+TEST(UTF8ToSJIS, TextAfterALeadWithTooFewBytesIsConverted)
 {
     EXPECT_EQ(
         Failed("*b"), FromUTF8("\xE3"
@@ -419,14 +419,14 @@ TEST(UTF8ToSJIS, FourByteFormGivesAStarForThreeBytesAndOneForTheFourth)
     EXPECT_EQ(Failed("**"), FromUTF8("\xF0\x9F\x98\x80"));
 }
 
-TEST(UTF8ToSJIS, FourthByteOfAFourByteFormSwallowsTwoBytesBehind)
+TEST(UTF8ToSJIS, FourthByteOfAFourByteFormSwallowsTwoBytesAfterIt)
 {
     EXPECT_EQ(
         Failed("**c"), FromUTF8("\xF0\x9F\x98\x80"
                                 "abc"));
 }
 
-TEST(UTF8ToSJIS, FourthByteOfAFourByteFormLeavesASingleByteBehind)
+TEST(UTF8ToSJIS, FourthByteOfAFourByteFormLeavesASingleByteAfterIt)
 {
     EXPECT_EQ(
         Failed("**a"), FromUTF8("\xF0\x9F\x98\x80"
@@ -443,7 +443,7 @@ TEST(UTF8ToSJIS, NULTruncatesTheOutput)
     EXPECT_EQ(Converted("ab"), FromUTF8("ab\0cd"s));
 }
 
-TEST(UTF8ToSJIS, FailureBehindANULStillCounts)
+TEST(UTF8ToSJIS, FailureAfterANULStillCounts)
 {
     EXPECT_EQ(Failed("ab"), FromUTF8("ab\0\xC2\xA5"s));
 }
@@ -481,7 +481,7 @@ TEST(UTF16ToSJIS, NULTruncatesTheOutput)
     EXPECT_EQ(Converted("ab"), FromUTF16(L"ab\0cd"s));
 }
 
-TEST(UTF16ToSJIS, FailureBehindANULStillCounts)
+TEST(UTF16ToSJIS, FailureAfterANULStillCounts)
 {
     EXPECT_EQ(Failed("ab"), FromUTF16(L"ab\0\x00A5"s));
 }

@@ -127,7 +127,7 @@ TEST(CFindFile, IsExistFileAnswersAsAnInputFileStreamOpens)
     MakeSocket("socket");
     std::filesystem::create_symlink("file", "link");
     std::filesystem::create_symlink("loop", "loop");
-    const std::string zeroByteInside("file\0behind", 11);
+    const std::string zeroByteInside("file\0after", 10);
     for (const std::string& path :
          {std::string("file"), std::string("folder"), std::string("folder/"), std::string("."),
           std::string("socket"), std::string("link"), std::string("loop"), std::string("file/"),

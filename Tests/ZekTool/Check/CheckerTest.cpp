@@ -181,7 +181,7 @@ TEST_F(Checker, FindsTheProcessedMarkerThatIsNotSetFromVersion21On)
 
 TEST_F(Checker, LooksForVariantsInTheModelsFolderAsTheSystemHasIt)
 {
-    // As Shift_JIS the last byte of the folder would take the slash behind it for its own.
+    // As Shift_JIS the last byte of the folder would take the slash after it for its own.
     const std::string folder = "\xE6\x97\xA5\xE8\xAA\x9E back\\slash \x83/";
     m_Folder.Write(folder + "tex_dxt/000.dds", "variant");
     m_Folder.Write(

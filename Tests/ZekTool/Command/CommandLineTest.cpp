@@ -20,7 +20,7 @@ TEST(CommandLine, PathsStandAsTheyAreGiven)
         (Words{"[a,b]", "mark", "-"}), ParseCommandLine({"info", "[a,b]", "mark", "-"}).paths);
 }
 
-TEST(CommandLine, OptionsAreTakenBeforeBehindAndBetweenPaths)
+TEST(CommandLine, OptionsAreTakenBeforeAfterAndBetweenPaths)
 {
     const auto line = ParseCommandLine({"mark", "-n", "a", "--json", "b", "-j3", "-o", "out"});
     EXPECT_EQ(ECommand::Mark, line.command);
