@@ -49,7 +49,7 @@ public:
     /// the position at the end.
     bool TakeText(std::string_view& text);
 
-    /// True when the file did not give bytes that it should have.
+    /// Tells whether the file did not give bytes that it should have.
     bool IsUnreadable() const { return m_IsUnreadable; }
 
 private:

@@ -32,7 +32,7 @@ public:
 
     Sink& GetSink() { return m_Sink; }
 
-    /// True when not even an int is left.
+    /// Tells whether not even an int is left.
     bool IsLeftLessThanInt() const { return m_Source.GetLeft() < GetSize(EZEKFieldType::Int); }
 
     /// Walks fields that are demanded as a whole. The fields are a function of `CZEKFields`.

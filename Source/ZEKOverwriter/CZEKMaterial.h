@@ -70,10 +70,10 @@ public:
     /// The alpha below which a pixel is not drawn.
     float GetCutoff() const { return m_Cutoff; }
 
-    /// True when back faces are drawn as well.
+    /// Tells whether back faces are drawn as well.
     bool IsDoubleSided() const { return m_IsDoubleSided; }
 
-    /// True when the vertices' colours count.
+    /// Tells whether the vertices' colours count.
     bool IsUseVertexColor() const { return m_IsUseVertexColor; }
 
     /// The colour of the surface.

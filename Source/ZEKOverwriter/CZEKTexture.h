@@ -29,7 +29,7 @@ public:
     /// The name of the texture's file as the model stores it.
     const std::string& GetFileName() const { return m_FileName; }
 
-    /// True when the texture ends at its edges instead of repeating.
+    /// Tells whether the texture ends at its edges instead of repeating.
     bool IsClamp() const { return m_IsClamp; }
 
     /// One int per compression family, 1 where a compressed variant exists.

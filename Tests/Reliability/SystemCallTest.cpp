@@ -83,8 +83,8 @@ protected:
         }
     }
 
-    /// True when the last run did not come to opening the model. The calls before are those of the
-    /// C library, which starts the program and may give up with a message of its own.
+    /// Tells whether the last run did not come to opening the model. The calls before are those of
+    /// the C library, which starts the program and may give up with a message of its own.
     bool HasOnlyStarted() const
     {
         return std::none_of(

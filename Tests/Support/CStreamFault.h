@@ -23,7 +23,7 @@ public:
     CStreamFault(const CStreamFault&) = delete;
     CStreamFault& operator=(const CStreamFault&) = delete;
 
-    /// True when the call that was to fail has come.
+    /// Tells whether the call that was to fail has come.
     bool HasFailed() const;
 
     /// The names of the functions called so far, in turn; the first 64.

@@ -37,7 +37,7 @@ static_assert(IsValueWithVirtualDestructor<CZEKNode>);
 static_assert(IsValueWithVirtualDestructor<CZEKCollider>);
 static_assert(std::has_virtual_destructor_v<CZEKOverwriter>);
 
-/// True when a getter can be called on a const object and returns just this type.
+/// Tells whether a getter can be called on a const object and returns just this type.
 template <typename Result, typename Class, typename Getter>
 constexpr bool IsGetter(Getter (Class::*)() const)
 {

@@ -22,8 +22,8 @@ public:
     CRandomAccessFile(const CRandomAccessFile&) = delete;
     CRandomAccessFile& operator=(const CRandomAccessFile&) = delete;
 
-    /// True when the path can be opened for reading, whatever it is: what `CFindFile::IsExistFile`
-    /// says, but without waiting for a FIFO's writer or a device.
+    /// Tells whether the path can be opened for reading, whatever it is: what
+    /// `CFindFile::IsExistFile` says, but without waiting for a FIFO's writer or a device.
     static bool CanOpen(const std::string& path);
 
     /// Opens an existing file for reading, after closing what was open. Anything but a regular file
@@ -36,8 +36,9 @@ public:
     /// else has the file open for writing, and until it is closed here nobody else can open it so.
     bool OpenToWrite(const std::string& path);
 
-    /// True when somebody stood in the way of the last opening: they have the file to themselves,
-    /// so that it failed; or they have it open, so that they can change it while it is written.
+    /// Tells whether somebody stood in the way of the last opening: they have the file to
+    /// themselves, so that it failed; or they have it open, so that they can change it while it is
+    /// written.
     bool IsBusy() const { return m_IsBusy; }
 
     /// Makes a file that did not exist, open for reading and writing. Its state is not asked for.
@@ -53,8 +54,8 @@ public:
     /// Returns the size in bytes that the file had when it was opened.
     std::int64_t GetSize() const { return m_State.size; }
 
-    /// True when the open file still is in the state that it was opened in. That another file may
-    /// have taken its name since cannot be seen here.
+    /// Tells whether the open file still is in the state that it was opened in. That another file
+    /// may have taken its name since cannot be seen here.
     bool IsUnchanged() const;
 
     /// Reads up to size bytes from pos on to dest and returns how many came: fewer where the file
@@ -73,7 +74,7 @@ public:
     /// Returns why the last function failed, such as "Permission denied".
     std::string GetError() const;
 
-    /// True when it failed because what was to be opened is no regular file.
+    /// Tells whether it failed because what was to be opened is no regular file.
     bool IsNotRegular() const { return m_Error == NotRegular; }
 
 private:

@@ -62,7 +62,7 @@ inline bool IsFolder(const std::string& path)
     return GetPathStatus(path).kind == EPathKind::Folder;
 }
 
-/// True when two paths lead to one file or folder.
+/// Tells whether two paths lead to one file or folder.
 bool IsSameFile(const std::string& path, const std::string& other);
 
 /// Replaces a path by one without links. Returns the error.

@@ -23,7 +23,7 @@ public:
     CReferenceSink(
         const SSurvey& survey, std::vector<int> parents, bool isDeep, CFindingList& findings);
 
-    /// True when the survey alone says that there is something to find.
+    /// Tells whether the survey alone says that there is something to find.
     static bool IsNeeded(const SSurvey& survey);
 
     void BeginSection(const char* name);

@@ -12,7 +12,7 @@
 namespace zektool
 {
 
-/// True for a name that, taken for a file's, leads out of the folder that the file is expected in.
+/// Tells whether a name, taken for a file's, leads out of the folder that the file is expected in.
 inline bool IsUnsafeName(const std::string& name)
 {
     constexpr std::size_t none = std::string::npos;

@@ -31,7 +31,7 @@ struct SIndexRange
         highest = std::max(highest, index);
     }
 
-    /// True when all are below the list's count, or -1 for none.
+    /// Tells whether all are below the list's count, or -1 for none.
     bool IsWithin(int count) const { return lowest >= -1 && highest < count; }
 };
 

@@ -37,7 +37,7 @@ public:
     /// The number of all models, or 0 when it is not known.
     std::size_t GetTotal() const { return m_Reader ? 0 : m_Models.size(); }
 
-    /// True for more than one path, or one that is a folder.
+    /// Tells whether there is more than one path, or one that is a folder.
     bool IsSeveral() const { return m_IsSeveral; }
 
     /// Returns a name (see `SModelPath::GetName`) that two of the known models have, or nothing.

@@ -33,7 +33,7 @@ struct SModelReport
 
     bool IsRefused() const { return !refusal.empty(); }
 
-    /// True when a flag is not what it has to be, or the processed marker is not set.
+    /// Tells whether a flag is not what it has to be, or the processed marker is not set.
     bool IsStale() const;
 
     VariantCounts GetCounts() const;
