@@ -28,7 +28,7 @@ check "concurrency" env ZEK_CONCURRENCY_SECONDS=60 Scripts/test.sh -R MarkConcur
 check "foreign processors" Scripts/test-foreign.sh
 # A cross compiler with wine, the whole build, and a minute or two of both programs under wine.
 check "Windows" Scripts/test-windows.sh
-# A build of a part, and the tests that reach each of 450 mistakes, for about an hour.
+# A build of a part, and the tests that reach each mistake, for about an hour.
 check "mutations" Scripts/mutate.py
 # Ten minutes for each of six fuzzers.
 check "fuzzers" Scripts/fuzz.sh 600
