@@ -11,8 +11,9 @@ namespace filesystem
 /// A regular file, open for reading, or for reading and writing, at any position. Positions and
 /// sizes have 64 bits. The path is the system's own, as SystemFiles.h says.
 ///
-/// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown.
-/// What the system is asked for stands in CRandomAccessFilePosix.cpp and its Windows counterpart.
+/// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown,
+/// except that memory may run out. What the system is asked for stands in
+/// CRandomAccessFilePosix.cpp and its Windows counterpart.
 class CRandomAccessFile
 {
 public:

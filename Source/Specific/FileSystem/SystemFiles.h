@@ -11,7 +11,8 @@
 /// Windows they are UTF-8, with three bytes for half of a surrogate pair, separated by either
 /// slash, and may be longer than 260 characters.
 ///
-/// Nothing is thrown. Errors are told in words, such as "Permission denied"; none is an empty text.
+/// Nothing is thrown, except that memory may run out. Errors are told in words, such as "Permission
+/// denied"; none is an empty text.
 namespace filesystem
 {
 
