@@ -20,8 +20,6 @@ if(ZEK_BUILD_TOOL)
     install(FILES ${PROJECT_SOURCE_DIR}/Source/ZekTool/zek.bash
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zek
             COMPONENT program)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/Documents/schemas
-            DESTINATION ${CMAKE_INSTALL_DOCDIR}/Documents COMPONENT program)
 endif()
 
 # The documents, laid out as in the source tree, so that the links between them hold.
@@ -29,7 +27,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
               ${PROJECT_SOURCE_DIR}/SECURITY.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/Documents DESTINATION ${CMAKE_INSTALL_DOCDIR}
-        COMPONENT program FILES_MATCHING PATTERN "*.md" PATTERN "*.ksy" PATTERN "*.svg")
+        COMPONENT program
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.ksy" PATTERN "*.json" PATTERN "*.svg")
 foreach(EXAMPLE IN ITEMS consumer-add-subdirectory consumer-find-package consumer-pkg-config pipeline)
     install(
         DIRECTORY ${PROJECT_SOURCE_DIR}/Examples/${EXAMPLE}
