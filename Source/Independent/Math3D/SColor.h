@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+
+#include "Independent/Math3D/Scalar.h"
 
 /// A colour of four float channels with the nominal range 0 to 1; nothing clamps them before they
 /// are packed. Comparisons are exact, and every operation treats alpha like the other channels.
@@ -76,19 +79,33 @@ struct SColor
     }
 
     /// Multiplies channel by channel.
-    SColor& operator*=(const SColor& other) noexcept { return *this = *this * other; }
+    constexpr SColor& operator*=(const SColor& other) noexcept { return *this = *this * other; }
 
     /// The colour packed as A << 24 | R << 16 | G << 8 | B. A channel c becomes the byte c * 255
     /// truncated toward zero and clamped to 0..255; NaN becomes 0.
-    [[nodiscard]] std::uint32_t GetDWORD() const noexcept;
+    [[nodiscard]] constexpr std::uint32_t GetDWORD() const noexcept { return Pack(a, r, g, b); }
 
     /// The colour packed as A << 24 | B << 16 | G << 8 | R, which stored little-endian gives the
     /// bytes R, G, B, A. The channels become bytes as in GetDWORD.
-    [[nodiscard]] std::uint32_t GetRGBA() const noexcept;
+    [[nodiscard]] constexpr std::uint32_t GetRGBA() const noexcept { return Pack(a, b, g, r); }
 
     /// Linear interpolation a + (b - a) * t, channel by channel. t is not clamped.
     [[nodiscard]] static constexpr SColor Lerp(const SColor& a, const SColor& b, float t) noexcept
     {
         return a + (b - a) * t;
+    }
+
+private:
+    static constexpr std::uint32_t MakeByte(float channel) noexcept
+    {
+        return static_cast<std::uint32_t>(
+            std::clamp(math3d::TruncateToInt(channel * 255.0f), 0, 255));
+    }
+
+    static constexpr std::uint32_t
+    Pack(float first, float second, float third, float fourth) noexcept
+    {
+        return MakeByte(first) << 24 | MakeByte(second) << 16 | MakeByte(third) << 8 |
+               MakeByte(fourth);
     }
 };

@@ -123,14 +123,3 @@ S3D SMatrix::GetEulerRadZYX() const noexcept
     const float sinY = m[2][0];
     return S3D(std::atan2(-m[2][1], m[2][2]), std::asin(sinY), std::atan2(-m[1][0], m[0][0]));
 }
-
-SMatrix SMatrix::GetOpenGLMatrix() const noexcept
-{
-    SMatrix result = *this;
-    result.m[0][2] = -m[0][2];
-    result.m[1][2] = -m[1][2];
-    result.m[2][0] = -m[2][0];
-    result.m[2][1] = -m[2][1];
-    result.m[3][2] = -m[3][2];
-    return result;
-}

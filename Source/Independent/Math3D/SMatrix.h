@@ -385,7 +385,16 @@ struct SMatrix
     /// A copy with m02, m12, m20, m21 and m32 negated and all else unchanged. For an affine matrix
     /// this is F * M * F with F = diag(1, 1, -1, 1): the same transform under OpenGL's right-handed
     /// axes.
-    [[nodiscard]] SMatrix GetOpenGLMatrix() const noexcept;
+    [[nodiscard]] constexpr SMatrix GetOpenGLMatrix() const noexcept
+    {
+        SMatrix result = *this;
+        result.m[0][2] = -m[0][2];
+        result.m[1][2] = -m[1][2];
+        result.m[2][0] = -m[2][0];
+        result.m[2][1] = -m[2][1];
+        result.m[3][2] = -m[3][2];
+        return result;
+    }
 };
 
 /// The product: the transform a first, then b. Each element is

@@ -48,10 +48,17 @@ constexpr SUV AddInPlace(SUV sum, const SUV& other)
     return sum;
 }
 
+constexpr SColor ModulateInPlace(SColor product, const SColor& other)
+{
+    product *= other;
+    return product;
+}
+
 static_assert(Sum == S3D(2.0f, 3.0f, 4.0f));
 static_assert(Conjugate.x == -1.0f && Conjugate.w == 4.0f);
 static_assert(Move.GetMove() == S3D(1.0f, 2.0f, 3.0f));
 static_assert(Moved.GetS3D() == S3D(2.0f, 3.0f, 4.0f));
+static_assert(Move.GetOpenGLMatrix().GetMove() == S3D(1.0f, 2.0f, -3.0f));
 static_assert(MoveInPlace(S3D(1.0f, 1.0f, 1.0f), Move) == S3D(2.0f, 3.0f, 4.0f));
 static_assert(S3D(1.0f, 2.0f, 3.0f).MulMatrixRot(Move) == S3D(1.0f, 2.0f, 3.0f));
 static_assert(SQuaternion().GetMatrix() == SMatrix());
@@ -59,6 +66,11 @@ static_assert(AddInPlace(SUV(1.0f, 2.0f), SUV(1.0f, 1.0f)) == SUV(2.0f, 3.0f));
 static_assert(SRect(1, 2, 3, 4) != SRect());
 static_assert(SPlane(0.0f, 1.0f, 0.0f, 0.0f).TestFrontPos(S3D()));
 static_assert(SColor::Lerp(SColor(), SColor(), 0.5f) == SColor());
+static_assert(
+    ModulateInPlace(SColor(1.0f, 2.0f, 3.0f, 4.0f), SColor(5.0f, 6.0f, 7.0f, 8.0f)) ==
+    SColor(5.0f, 12.0f, 21.0f, 32.0f));
+static_assert(SColor(1.0f, 0.0f, 0.0f, 0.0f).GetDWORD() == 0x00FF0000);
+static_assert(SColor(1.0f, 0.0f, 0.0f, 0.0f).GetRGBA() == 0x000000FF);
 
 template <typename Type>
 constexpr void CheckSpecialMembers()
