@@ -17,7 +17,9 @@ public:
     }
 
     CZEKBoneWeight(const CZEKBoneWeight&) = default;
+    CZEKBoneWeight(CZEKBoneWeight&&) = default;
     CZEKBoneWeight& operator=(const CZEKBoneWeight&) = default;
+    CZEKBoneWeight& operator=(CZEKBoneWeight&&) = default;
     virtual ~CZEKBoneWeight() = default;
 
     /// Indices into the model's bone table.

@@ -21,7 +21,9 @@ public:
     }
 
     CZEKCollider(const CZEKCollider&) = default;
+    CZEKCollider(CZEKCollider&&) = default;
     CZEKCollider& operator=(const CZEKCollider&) = default;
+    CZEKCollider& operator=(CZEKCollider&&) = default;
     virtual ~CZEKCollider() = default;
 
     /// What the collider is.

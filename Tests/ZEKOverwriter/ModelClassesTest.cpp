@@ -22,10 +22,14 @@ namespace
 
 /// What all the classes have in common.
 template <typename Class>
-constexpr bool IsValueWithVirtualDestructor =
-    std::is_polymorphic_v<Class>&& std::has_virtual_destructor_v<Class>&&
-        std::is_copy_constructible_v<Class>&& std::is_copy_assignable_v<Class> &&
-    !std::is_default_constructible_v<Class>;
+constexpr bool IsValueWithVirtualDestructor = std::conjunction_v<
+    std::is_polymorphic<Class>,
+    std::has_virtual_destructor<Class>,
+    std::is_copy_constructible<Class>,
+    std::is_copy_assignable<Class>,
+    std::is_nothrow_move_constructible<Class>,
+    std::is_nothrow_move_assignable<Class>,
+    std::negation<std::is_default_constructible<Class>>>;
 
 static_assert(IsValueWithVirtualDestructor<CZEKTexture>);
 static_assert(IsValueWithVirtualDestructor<CZEKMaterial>);
@@ -103,8 +107,8 @@ static_assert(IsGetter<EZEKColliderType>(&CZEKCollider::GetType));
 static_assert(IsGetter<const S3D&>(&CZEKCollider::GetCenter));
 static_assert(IsGetter<const S3D&>(&CZEKCollider::GetSize));
 
-/// Hands an object, a copy of it made by the copy constructor and one made by assignment to a
-/// check, which compares every field.
+/// Hands an object, and others made of it by each way to copy and to move, to a check, which
+/// compares every field.
 template <typename Class, typename Check>
 void ExpectCopiesAreAlike(const Class& object, const Class& other, const Check& check)
 {
@@ -116,6 +120,9 @@ void ExpectCopiesAreAlike(const Class& object, const Class& other, const Check& 
     Class assigned = other;
     assigned = object;
     check(assigned);
+    Class movedTo = other;
+    movedTo = std::move(assigned);
+    check(movedTo);
 }
 
 CZEKCollider MakeCollider()

@@ -12,6 +12,10 @@ class CFileImageMaker
 {
 public:
     CFileImageMaker() = default;
+    CFileImageMaker(const CFileImageMaker&) = default;
+    CFileImageMaker(CFileImageMaker&&) = default;
+    CFileImageMaker& operator=(const CFileImageMaker&) = default;
+    CFileImageMaker& operator=(CFileImageMaker&&) = default;
     virtual ~CFileImageMaker() = default;
 
     /// Appends one byte.

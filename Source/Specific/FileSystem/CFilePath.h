@@ -12,6 +12,10 @@ class CFilePath
 public:
     /// Starts with an empty path.
     CFilePath() = default;
+    CFilePath(const CFilePath&) = default;
+    CFilePath(CFilePath&&) = default;
+    CFilePath& operator=(const CFilePath&) = default;
+    CFilePath& operator=(CFilePath&&) = default;
     virtual ~CFilePath() = default;
 
     /// Sets the root folder for all objects. It is empty until then, and not guarded against use

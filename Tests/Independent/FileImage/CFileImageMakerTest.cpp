@@ -163,6 +163,10 @@ private:
 } // namespace
 
 static_assert(std::has_virtual_destructor_v<CFileImageMaker>);
+static_assert(std::is_copy_constructible_v<CFileImageMaker>);
+static_assert(std::is_copy_assignable_v<CFileImageMaker>);
+static_assert(std::is_nothrow_move_constructible_v<CFileImageMaker>);
+static_assert(std::is_nothrow_move_assignable_v<CFileImageMaker>);
 static_assert(
     std::is_same_v<const Bytes&, decltype(std::declval<const CFileImageMaker&>().GetImageData())>);
 

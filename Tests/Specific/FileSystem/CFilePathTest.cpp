@@ -57,6 +57,10 @@ std::string BaseOfRoot(const std::string& root)
 } // namespace
 
 static_assert(std::has_virtual_destructor_v<CFilePath>);
+static_assert(std::is_copy_constructible_v<CFilePath>);
+static_assert(std::is_copy_assignable_v<CFilePath>);
+static_assert(std::is_nothrow_move_constructible_v<CFilePath>);
+static_assert(std::is_nothrow_move_assignable_v<CFilePath>);
 
 // The first test of the file: all others leave the root as they found it.
 TEST(CFilePath, RootFolderIsEmptyAtProgramStart)
