@@ -1,6 +1,6 @@
 // Marks models, as `zek mark` does, and says of each what came of it:
 //
-//     MarkModels [-o OUTPUT] MODEL...
+//     MarkModels [-o OUTPUT] [--always] [--depfile FILE] MODEL...
 //
 // for tests that run a program which does nothing else.
 
@@ -12,15 +12,18 @@
 int main(int argc, char* argv[])
 {
     zektool::SMarkOptions options;
-    int first = 1;
-    if (argc > 2 && std::string(argv[1]) == "-o")
-    {
-        options.outputPath = argv[2];
-        first = 3;
-    }
     bool hasFailed = false;
-    for (int i = first; i < argc; ++i)
+    for (int i = 1; i < argc; ++i)
     {
+        const std::string word = argv[i];
+        if (word == "-o" && i + 1 < argc)
+            options.outputPath = argv[++i];
+        else if (word == "--depfile" && i + 1 < argc)
+            options.depfilePath = argv[++i];
+        else if (word == "--always")
+            options.isAlways = true;
+        if (word[0] == '-')
+            continue;
         const zektool::SMarkResult result = zektool::Mark(argv[i], options);
         const bool isFailed = result.outcome == zektool::SMarkResult::Failed;
         hasFailed = hasFailed || isFailed;

@@ -70,6 +70,7 @@ protected:
         words.push_back(ZEK_MARK_MODELS);
         if (!m_Output.empty())
             words.insert(words.end(), {"-o", m_Folder.GetPath(m_Output)});
+        words.insert(words.end(), m_Options.begin(), m_Options.end());
         words.push_back(m_Folder.GetPath("model.zek"));
         return testsupport::RunProgram(words);
     }
@@ -146,6 +147,7 @@ protected:
     std::string m_Output; // name of a file to write instead of the model; or empty
     CTemporaryFolder m_Folder;
     CTemporaryFolder m_Log;
+    std::vector<std::string> m_Options; // more of them
 };
 
 void MarkSystemCallTest::TestFaultsOfEveryCall()
@@ -235,4 +237,16 @@ TEST_F(MarkSystemCallTest, OnlyBytesThatDifferAreWritten)
         differenceCount += marked[i] != m_Model[i] ? 1 : 0;
     EXPECT_EQ(byteCount, differenceCount);
     EXPECT_GT(byteCount, 4);
+}
+
+TEST_F(MarkSystemCallTest, AnyCallMayFailWhenADepfileIsWritten)
+{
+    m_Options = {"--always", "--depfile", m_Log.GetPath("depfile")};
+    TestFaultsOfEveryCall();
+}
+
+TEST_F(MarkSystemCallTest, AnyCallMayBeTheLastWhenADepfileIsWritten)
+{
+    m_Options = {"--always", "--depfile", m_Log.GetPath("depfile")};
+    TestKillAtEveryCall();
 }
