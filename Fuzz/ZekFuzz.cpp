@@ -144,7 +144,7 @@ void CheckStaleBytes(const SCheckResult& result, bool isThorough)
     options.isCubemapFolders = isThorough;
     const zektool::SMarkResult mark = zektool::Mark(GetPath(), options);
     std::size_t changeCount = mark.isMarkerSet ? 1 : 0;
-    for (const zektool::SMarkItem& item : mark.changes)
+    for (const zektool::SMarkItem& item : mark.items)
     {
         for (std::size_t family = 0; family < item.from.size(); ++family)
             changeCount += item.from[family] != item.to[family] ? 1 : 0;

@@ -71,7 +71,7 @@ void CReferenceSink::BeginSection(const char* name)
 void CReferenceSink::Text(const char* field, std::int64_t offset, std::string_view value)
 {
     CZEKRefusalSink::Text(field, offset, value);
-    if (!m_IsNamingFiles || !IsUnsafeName(std::string(value)))
+    if (!m_IsNamingFiles || !IsUnsafeName(value))
         return;
     m_Findings.Add(
         EFinding::UnsafeName,

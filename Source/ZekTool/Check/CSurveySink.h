@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "Specific/FileSystem/LFileName.h"
 #include "ZEKFormat/CZEKSink.h"
@@ -13,13 +12,13 @@ namespace zektool
 {
 
 /// Tells whether a name, taken for a file's, leads out of the folder that the file is expected in.
-inline bool IsUnsafeName(const std::string& name)
+inline bool IsUnsafeName(std::string_view name)
 {
-    constexpr std::size_t none = std::string::npos;
+    constexpr std::size_t none = std::string_view::npos;
     if (name == ".." || name.find('/') != none)
         return true;
     // A backslash may be the second byte of a character.
-    return name.find('\\') != none && !LFileName::DeleteFileName(name).empty();
+    return name.find('\\') != none && !LFileName::DeleteFileName(std::string(name)).empty();
 }
 
 /// Surveys a model while it is walked.
@@ -59,7 +58,7 @@ public:
     void Texture(const zek::SZEKTexture& texture)
     {
         m_Survey.textures.push_back(MakeItem(texture.flags));
-        Name(m_Survey.textures.back(), std::string(texture.name));
+        Name(m_Survey.textures.back(), texture.name);
     }
 
     void Bone(std::string_view) { ++m_Survey.boneCount; }
@@ -67,7 +66,7 @@ public:
     void Lightmap(const zek::SZEKLightmap& lightmap)
     {
         m_Survey.lightmaps.push_back(MakeItem(lightmap.flags));
-        Name(m_Survey.lightmaps.back(), std::string(lightmap.name));
+        Name(m_Survey.lightmaps.back(), lightmap.name);
     }
 
     void LightmapCount(int count)
@@ -93,10 +92,10 @@ private:
         return item;
     }
 
-    void Name(SSurveyedItem& item, std::string name)
+    void Name(SSurveyedItem& item, std::string_view name)
     {
         m_Survey.hasUnsafeName = m_Survey.hasUnsafeName || IsUnsafeName(name);
-        item.name = std::move(name);
+        item.name = m_Survey.names.Add(name);
     }
 
     SSurvey& m_Survey;

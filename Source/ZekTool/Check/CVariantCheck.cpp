@@ -54,7 +54,7 @@ void CVariantCheck::Add(
     EFinding finding,
     const SItem& item,
     std::size_t family,
-    const std::string& path,
+    const SFile& file,
     MakeMessage makeMessage)
 {
     m_Findings.Add(
@@ -67,8 +67,8 @@ void CVariantCheck::Add(
             made.location.name = item.surveyed.name;
             made.location.field = "flags[" + std::to_string(family) + "]";
             made.location.offset = item.surveyed.flagsOffset + static_cast<std::int64_t>(family);
-            made.path = path;
-            made.message = makeMessage();
+            made.path = file.finder->GetPath(item.variant, family, file.number);
+            made.message = makeMessage(made.path);
             return made;
         });
 }
@@ -78,7 +78,7 @@ std::string CVariantCheck::Shorten(const std::string& path) const
     return MakeShowable(std::string_view(path).substr(m_Folder.size()));
 }
 
-void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items)
+void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::deque<SSurveyedItem>& items)
 {
     m_Families = {};
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -92,10 +92,11 @@ void CVariantCheck::CheckItems(zek::EZEKItemKind kind, const std::vector<SSurvey
         const SFamily& seen = m_Families[family];
         if (seen.thereCount == 0 || seen.firstMissing < 0)
             continue;
+        const SSurveyedItem& missing = items[static_cast<std::size_t>(seen.firstMissing)];
         const SItem item = {
-            items[static_cast<std::size_t>(seen.firstMissing)], {kind, {}}, seen.firstMissing};
-        Add(EFinding::PartialFamily, item, family, seen.missingPath,
-            [&]
+            missing, MakeVariantItem(kind, seen.firstMissing, missing.name), seen.firstMissing};
+        Add(EFinding::PartialFamily, item, family, seen.missing,
+            [&](const std::string&)
             {
                 return std::to_string(seen.thereCount) + " of " + std::to_string(items.size()) +
                        " " + GetSection(kind) + " have a variant in " + GetFamilyName(family) +
@@ -119,7 +120,7 @@ void CVariantCheck::CheckItem(const SItem& item)
         else if (seen.firstMissing < 0)
         {
             seen.firstMissing = item.index;
-            seen.missingPath = variant.example;
+            seen.missing = variant.example;
         }
     }
 }
@@ -147,16 +148,16 @@ CVariantCheck::SVariant CVariantCheck::LookAtFiles(
         const std::string& path = finder.GetPath(item.variant, family, file);
         const EVariantState state = GetState(path, folder);
         if (file == 0 || (variant.isThere && !IsThere(state)))
-            variant.example = path;
+            variant.example = {&finder, file};
         variant.isThere = variant.isThere && IsThere(state);
         variant.fileCount += IsThere(state) ? 1 : 0;
-        CheckState(item, family, state, path);
+        CheckState(item, family, state, {&finder, file});
     }
     return variant;
 }
 
 void CVariantCheck::CheckState(
-    const SItem& item, std::size_t family, EVariantState state, const std::string& path)
+    const SItem& item, std::size_t family, EVariantState state, const SFile& file)
 {
     switch (state)
     {
@@ -164,16 +165,19 @@ void CVariantCheck::CheckState(
     case EVariantState::File:
         break;
     case EVariantState::Unreadable:
-        Add(EFinding::UnreadableVariant, item, family, path,
-            [&] { return Shorten(path) + " cannot be opened and does not count as there"; });
+        Add(EFinding::UnreadableVariant, item, family, file,
+            [&](const std::string& path)
+            { return Shorten(path) + " cannot be opened and does not count as there"; });
         break;
     case EVariantState::NotAFile:
-        Add(EFinding::VariantNotAFile, item, family, path,
-            [&] { return Shorten(path) + " is no file and counts as there all the same"; });
+        Add(EFinding::VariantNotAFile, item, family, file,
+            [&](const std::string& path)
+            { return Shorten(path) + " is no file and counts as there all the same"; });
         break;
     case EVariantState::Empty:
-        Add(EFinding::EmptyVariant, item, family, path,
-            [&] { return Shorten(path) + " is empty and counts as there all the same"; });
+        Add(EFinding::EmptyVariant, item, family, file,
+            [&](const std::string& path)
+            { return Shorten(path) + " is empty and counts as there all the same"; });
         break;
     }
 }
@@ -187,10 +191,10 @@ void CVariantCheck::CheckFlag(const SItem& item, std::size_t family, const SVari
                              : variant.isThere ? EFinding::VariantWithoutFlag
                                                : EFinding::FlagWithoutVariant;
     Add(finding, item, family, variant.example,
-        [&]
+        [&](const std::string& path)
         {
             return GetFamilyName(family) + " is " + std::to_string(flag) + ", and " +
-                   Shorten(variant.example) + (variant.isThere ? " is there" : " is not there");
+                   Shorten(path) + (variant.isThere ? " is there" : " is not there");
         });
 }
 
@@ -199,18 +203,17 @@ void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVar
     const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
     if (variant.fileCount > 0 && !variant.isThere)
         Add(EFinding::IncompleteCubemap, item, family, variant.example,
-            [&]
+            [&](const std::string& path)
             {
                 return GetFamilyName(family) + " has " + std::to_string(variant.fileCount) +
-                       " of " + std::to_string(faceCount) + " faces; " + Shorten(variant.example) +
+                       " of " + std::to_string(faceCount) + " faces; " + Shorten(path) +
                        " is not there";
             });
     else if (variant.fileCount == 0 && IsInFolders(item, family))
         Add(EFinding::CubemapInFolders, item, family, variant.example,
-            [&]
-            {
+            [&](const std::string& path) {
                 return GetFamilyName(family) + " has faces in folders, and is looked for as " +
-                       Shorten(variant.example);
+                       Shorten(path);
             });
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 #include "ZekTool/Check/CFindingList.h"
@@ -20,7 +20,7 @@ public:
     /// Takes the model's folder, up to and with its last slash, or empty; borrows the others.
     CVariantCheck(const std::string& folder, const SCheckOptions& options, CFindingList& findings);
 
-    void CheckItems(zek::EZEKItemKind kind, const std::vector<SSurveyedItem>& items);
+    void CheckItems(zek::EZEKItemKind kind, const std::deque<SSurveyedItem>& items);
 
 private:
     /// An item with what is looked for.
@@ -31,11 +31,19 @@ private:
         int index;
     };
 
+    /// A file of a variant, by what its path is made with: names may be long, and few paths are
+    /// told of.
+    struct SFile
+    {
+        zek::CZEKVariantFinder* finder = nullptr;
+        int number = 0;
+    };
+
     /// What there is of an item's variant of one family.
     struct SVariant
     {
-        int fileCount = 0;   ///< of files that are there
-        std::string example; ///< path of the first file that is not there, or else of the first
+        int fileCount = 0; ///< of files that are there
+        SFile example;     ///< the first file that is not there, or else the first
         bool isThere = false;
     };
 
@@ -44,7 +52,7 @@ private:
     {
         std::size_t thereCount = 0;
         int firstMissing = -1;
-        std::string missingPath;
+        SFile missing;
     };
 
     /// A folder of variants, which is asked for when the first file that should lie in it does not.
@@ -61,17 +69,17 @@ private:
         const SItem& item, std::size_t family, zek::CZEKVariantFinder& finder, SFolder& folder);
     bool IsInFolders(const SItem& item, std::size_t family);
     EVariantState GetState(const std::string& path, SFolder& folder);
-    void
-    CheckState(const SItem& item, std::size_t family, EVariantState state, const std::string& path);
+    void CheckState(const SItem& item, std::size_t family, EVariantState state, const SFile& file);
     void CheckFlag(const SItem& item, std::size_t family, const SVariant& variant);
     void CheckFaces(const SItem& item, std::size_t family, const SVariant& variant);
-    /// Adds a finding about the flag of an item, whose message makeMessage() returns.
+    /// Adds a finding about the flag of an item and a file of its variant, whose message
+    /// makeMessage(path) returns.
     template <typename MakeMessage>
     void
     Add(EFinding finding,
         const SItem& item,
         std::size_t family,
-        const std::string& path,
+        const SFile& file,
         MakeMessage makeMessage);
 
     /// Returns a path from the model's folder on, as it can be shown.

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
+#include <cstddef>
+#include <cstring>
 #include <utility>
 
 #include "Specific/FileSystem/SystemFiles.h"
-#include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZEKOverwriter/SCompressionFamily.h"
 #include "ZekTool/Output/Text.h"
 
 using filesystem::SFolderEntry;
@@ -18,12 +19,12 @@ namespace
 {
 
 /// Returns a name with A to Z in small letters, whatever its character code is.
-std::string MakeSmall(std::string name)
+std::string MakeSmall(std::string_view name)
 {
-    std::transform(
-        name.begin(), name.end(), name.begin(),
-        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return name;
+    std::string small(name);
+    for (char& c : small)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return small;
 }
 
 /// Returns the names of a folder's entries in byte order; none of a folder that cannot be read.
@@ -60,21 +61,21 @@ SFinding MakeFinding(const std::string& path, const std::string& message)
 } // namespace
 
 CVariantFolderCheck::CVariantFolderCheck(
-    std::string modelPath, std::string folder, const SSurvey& survey, CFindingList& findings)
+    std::string modelPath,
+    std::string folder,
+    const SSurvey& survey,
+    const CLightmapStems& stems,
+    CFindingList& findings)
     : m_ModelPath(std::move(modelPath))
     , m_Folder(std::move(folder))
     , m_Survey(survey)
+    , m_Stems(stems)
     , m_Findings(findings)
 {
 }
 
 void CVariantFolderCheck::Check()
 {
-    for (const SSurveyedItem& lightmap : m_Survey.lightmaps)
-        m_Lightmaps.insert(zek::SZEKItem::MakeLightmap(lightmap.name).name);
-    for (const std::string& name : m_Lightmaps)
-        m_SmallLightmaps.insert(MakeSmall(name));
-
     for (std::size_t family = 0; family < zek::CompressionFamilies.size(); ++family)
         CheckFolder(family);
     if (m_Unused.empty() || HasOtherModel())
@@ -90,28 +91,27 @@ void CVariantFolderCheck::CheckFolder(std::size_t family)
     for (const std::string& name : ListFolder(m_Folder + folder))
     {
         const std::size_t dot = std::min(name.rfind('.'), name.size());
-        const std::string stem = name.substr(0, dot);
-        const std::string extension = dot < name.size() ? name.substr(dot + 1) : "";
+        const std::string_view stem = std::string_view(name).substr(0, dot);
+        const std::string_view extension =
+            dot < name.size() ? std::string_view(name).substr(dot + 1) : "";
         const std::string smallExtension = MakeSmall(extension);
         if (!IsVariantExtension(smallExtension))
             continue;
-        if (extension == ownExtension && IsItem(stem, m_Lightmaps))
+        if (extension == ownExtension && (m_Stems.Has(stem) || IsNumbered(stem)))
             continue;
-        if (smallExtension == ownExtension && IsItem(MakeSmall(stem), m_SmallLightmaps))
+        if (smallExtension == ownExtension &&
+            (m_Stems.HasInAnyCase(stem) || IsNumbered(MakeSmall(stem))))
             AddCase(folder + name, m_Folder + folder + name);
         else
             m_Unused.push_back(folder + name);
     }
 }
 
-bool CVariantFolderCheck::IsItem(
-    const std::string& stem, const std::set<std::string>& lightmaps) const
+bool CVariantFolderCheck::IsNumbered(std::string_view stem) const
 {
-    if (lightmaps.count(stem) != 0)
-        return true;
     constexpr std::string_view namelessLightmap = "LightMap";
     const bool isNameless = stem.compare(0, namelessLightmap.size(), namelessLightmap) == 0;
-    const std::string digits = isNameless ? stem.substr(namelessLightmap.size()) : stem;
+    const std::string_view digits = isNameless ? stem.substr(namelessLightmap.size()) : stem;
     const int count = isNameless ? m_Survey.namelessLightmapCount : m_Survey.GetTextureCount();
     // As `%03d` writes a number: putting that together for each file costs more than anything else
     // here.
@@ -162,15 +162,14 @@ bool CVariantFolderCheck::HasOtherModel() const
     return hasOther;
 }
 
-void CheckSharedLightmaps(const std::vector<SSurveyedItem>& lightmaps, CFindingList& findings)
+void CheckSharedLightmaps(
+    const std::deque<SSurveyedItem>& lightmaps, const CLightmapStems& stems, CFindingList& findings)
 {
-    std::map<std::string, std::size_t> firsts; // the first lightmap of each variant's name
     for (std::size_t i = 0; i < lightmaps.size(); ++i)
     {
         const SSurveyedItem& lightmap = lightmaps[i];
-        const std::size_t first =
-            firsts.emplace(zek::SZEKItem::MakeLightmap(lightmap.name).name, i).first->second;
-        if (lightmaps[first].name == lightmap.name)
+        const std::size_t first = stems.FindFirst(i);
+        if (std::strcmp(lightmaps[first].name, lightmap.name) == 0)
             continue;
         findings.Add(
             EFinding::SharedLightmapVariant,

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstddef>
-#include <set>
+#include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZekTool/Check/CFindingList.h"
+#include "ZekTool/Check/CLightmapStems.h"
 #include "ZekTool/Check/SSurvey.h"
 
 namespace zektool
@@ -18,15 +19,20 @@ class CVariantFolderCheck
 public:
     /// Takes the model's path and its folder, up to and with the last slash; borrows the others.
     CVariantFolderCheck(
-        std::string modelPath, std::string folder, const SSurvey& survey, CFindingList& findings);
+        std::string modelPath,
+        std::string folder,
+        const SSurvey& survey,
+        const CLightmapStems& stems,
+        CFindingList& findings);
 
     void Check();
 
 private:
     void CheckFolder(std::size_t family);
 
-    /// Tells whether the name of a variant without its extension is that of an item.
-    bool IsItem(const std::string& stem, const std::set<std::string>& lightmaps) const;
+    /// Tells whether the name of a variant without its extension is that of a texture, or of a
+    /// lightmap without a record.
+    bool IsNumbered(std::string_view stem) const;
 
     void AddCase(const std::string& name, const std::string& path);
     void AddUnused(const std::string& name, const std::string& path);
@@ -37,13 +43,15 @@ private:
     std::string m_ModelPath;
     std::string m_Folder;
     const SSurvey& m_Survey;
+    const CLightmapStems& m_Stems;
     CFindingList& m_Findings;
-    std::set<std::string> m_Lightmaps;      // names of their variants without the extension
-    std::set<std::string> m_SmallLightmaps; // the same in small letters
-    std::vector<std::string> m_Unused;      // paths from the model's folder on
+    std::vector<std::string> m_Unused; // paths from the model's folder on
 };
 
 /// Finds lightmaps whose variants have the same names.
-void CheckSharedLightmaps(const std::vector<SSurveyedItem>& lightmaps, CFindingList& findings);
+void CheckSharedLightmaps(
+    const std::deque<SSurveyedItem>& lightmaps,
+    const CLightmapStems& stems,
+    CFindingList& findings);
 
 } // namespace zektool

@@ -135,8 +135,9 @@ void CheckVariants(
     check.CheckItems(zek::EZEKItemKind::Texture, survey.textures);
     check.CheckItems(zek::EZEKItemKind::Cubemap, survey.cubemaps);
     check.CheckItems(zek::EZEKItemKind::Lightmap, survey.lightmaps);
-    CheckSharedLightmaps(survey.lightmaps, findings);
-    CVariantFolderCheck(path, folder, survey, findings).Check();
+    const CLightmapStems stems(survey.lightmaps);
+    CheckSharedLightmaps(survey.lightmaps, stems, findings);
+    CVariantFolderCheck(path, folder, survey, stems, findings).Check();
 }
 
 void AddTooLarge(std::int64_t size, CFindingList& findings)
@@ -161,6 +162,17 @@ void AddBytesAfterEnd(std::int64_t end, std::int64_t count, CFindingList& findin
         });
 }
 
+/// Surveys a file. What is held of the file itself is gone at the end.
+bool Survey(filesystem::CRandomAccessFile& file, SSurvey& survey)
+{
+    zek::CZEKFileSource source(file);
+    CSurveySink sink(survey);
+    zek::CZEKWalk<zek::CZEKFileSource, CSurveySink> walk(source, sink);
+    const bool isWhole = WalkFile(walk);
+    survey.end = source.GetPos();
+    return isWhole;
+}
+
 void CheckFile(
     const std::string& path,
     filesystem::CRandomAccessFile& file,
@@ -171,10 +183,7 @@ void CheckFile(
         AddTooLarge(file.GetSize(), findings);
 
     SSurvey survey;
-    zek::CZEKFileSource source(file);
-    CSurveySink sink(survey);
-    zek::CZEKWalk<zek::CZEKFileSource, CSurveySink> walk(source, sink);
-    if (!WalkFile(walk))
+    if (!Survey(file, survey))
     {
         AddRefusal(file, findings);
         return;
@@ -182,8 +191,8 @@ void CheckFile(
     CheckProcessedMarker(survey, findings);
     CheckVariants(path, survey, options, findings);
     CheckReferences(survey, options.isDeep, file, findings);
-    if (source.GetLeft() > 0)
-        AddBytesAfterEnd(source.GetPos(), source.GetLeft(), findings);
+    if (survey.end < file.GetSize())
+        AddBytesAfterEnd(survey.end, file.GetSize() - survey.end, findings);
 }
 
 } // namespace

@@ -3,18 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <string>
-#include <vector>
+#include <deque>
 
 #include "ZEKFormat/ZEKFlags.h"
+#include "ZekTool/Models/CNamePool.h"
 
 namespace zektool
 {
 
-/// An item that may have compressed variants, as the model has it.
+/// An item that may have compressed variants, as the model has it. A file of some megabytes may
+/// have millions, so it is kept small.
 struct SSurveyedItem
 {
-    std::string name; ///< of a probe before version 26 its index
+    const char* name = ""; ///< of a probe before version 26 its index
     std::array<unsigned char, zek::CompressionFamilyCount> flags = {};
     std::int64_t flagsOffset = 0;
 };
@@ -38,11 +39,13 @@ struct SIndexRange
 /// What is kept of a model to check it: the items, the parents, and of everything else only counts.
 struct SSurvey
 {
+    std::int64_t end = 0;                    ///< one past the last byte that belongs to the model
     std::int64_t processedMarkerOffset = -1; ///< -1 when the version has none
     unsigned char processedMarker = 0;       ///< the first of its bytes
-    std::vector<SSurveyedItem> textures;
-    std::vector<SSurveyedItem> cubemaps; ///< of the probes, where their version has flags
-    std::vector<SSurveyedItem> lightmaps;
+    CNamePool names;                         ///< of the items
+    std::deque<SSurveyedItem> textures;
+    std::deque<SSurveyedItem> cubemaps; ///< of the probes, where their version has flags
+    std::deque<SSurveyedItem> lightmaps;
     int namelessLightmapCount = 0; ///< lightmaps without records, before version 26
 
     bool hasUnsafeName = false; ///< one of the items

@@ -43,7 +43,7 @@ std::string MakeChangeLines(const SMarkItem& item)
 std::string MakeChangeCount(const SMarkResult& result)
 {
     std::size_t flagCount = 0;
-    for (const SMarkItem& item : result.changes)
+    for (const SMarkItem& item : result.items)
         ForEachChange(item, [&](auto&&...) { ++flagCount; });
     if (flagCount == 0)
         return "the processed marker";
@@ -74,7 +74,7 @@ std::string PrepareOutput(const std::string& modelPath, const std::string& outpu
 Json MakeChangesJson(const SMarkResult& result)
 {
     Json changes = Json::array();
-    for (const SMarkItem& item : result.changes)
+    for (const SMarkItem& item : result.items)
         ForEachChange(
             item,
             [&](std::string_view family, unsigned char from, unsigned char to)
@@ -159,7 +159,7 @@ std::string CMarkCommand::MakeText(const SModelPath& model, const SMarkResult& r
     if (!m_Options.isDryRun)
         return fmt::format("{}: changed {}\n", path, MakeChangeCount(result));
     std::string text = fmt::format("{}: would change {}\n", path, MakeChangeCount(result));
-    for (const SMarkItem& item : result.changes)
+    for (const SMarkItem& item : result.items)
         text += MakeChangeLines(item);
     if (result.isMarkerSet)
         text += fmt::format("  processed marker: {} -> 1\n", result.markerFrom);

@@ -1,7 +1,6 @@
 #include "ZekTool/Mark/CMarkSink.h"
 
 #include <algorithm>
-#include <string>
 
 namespace zektool
 {
@@ -10,10 +9,10 @@ void CMarkSink::Add(zek::EZEKItemKind kind, std::string_view name, const zek::SZ
 {
     if (flags.offset < 0)
         return;
-    SMarkItem item = {
-        kind, m_Counts[static_cast<std::size_t>(kind)]++, std::string(name), flags.offset, {}};
+    int& count = m_Counts[static_cast<std::size_t>(kind)];
+    SMarkItem item = {kind, count++, m_Result.names.Add(name), flags.offset, {}};
     std::copy_n(flags.address, item.from.size(), item.from.begin());
-    m_Items.push_back(std::move(item));
+    m_Result.items.push_back(item);
 }
 
 } // namespace zektool

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <array>
-#include <optional>
+#include <deque>
 #include <string_view>
-#include <vector>
 
 #include "ZEKFormat/CZEKRefusalSink.h"
 #include "ZekTool/Mark/SMarkResult.h"
@@ -15,6 +14,9 @@ namespace zektool
 class CMarkSink : public zek::CZEKRefusalSink
 {
 public:
+    /// Borrows the result, which gets the items in file order, and their names.
+    explicit CMarkSink(SMarkResult& result) : m_Result(result) {}
+
     void Header(const zek::SZEKHeader& header) { m_Header = header; }
 
     void Texture(const zek::SZEKTexture& texture)
@@ -27,7 +29,7 @@ public:
     void Probe(const zek::SZEKProbe& probe)
     {
         if (probe.flags.offset >= 0)
-            m_Items.back().name = zek::GetProbeName(probe);
+            m_Result.items.back().name = m_Result.names.Add(zek::GetProbeName(probe));
     }
 
     void Lightmap(const zek::SZEKLightmap& lightmap)
@@ -37,14 +39,11 @@ public:
 
     const zek::SZEKHeader& GetHeader() const { return m_Header; }
 
-    /// The items in file order.
-    std::vector<SMarkItem>& GetItems() { return m_Items; }
-
 private:
     void Add(zek::EZEKItemKind kind, std::string_view name, const zek::SZEKPlace& flags);
 
+    SMarkResult& m_Result;
     zek::SZEKHeader m_Header;
-    std::vector<SMarkItem> m_Items;
     std::array<int, 3> m_Counts = {};
 };
 

@@ -28,11 +28,36 @@ using Clock = std::chrono::system_clock;
 
 constexpr unsigned char MarkerValue = 1;
 
-/// A byte to write.
-struct SPatch
+/// Collects bytes in file order and writes those that are adjacent at once.
+class CByteWriter
 {
-    std::int64_t offset;
-    unsigned char byte;
+public:
+    /// Borrows the file.
+    explicit CByteWriter(CRandomAccessFile& file) : m_File(file) {}
+
+    /// Takes a byte. False when those before it cannot be written.
+    bool Put(std::int64_t offset, unsigned char byte)
+    {
+        if (offset != m_Next && !Flush())
+            return false;
+        m_Run.push_back(byte);
+        m_Next = offset + 1;
+        return true;
+    }
+
+    /// Writes what has been collected.
+    bool Flush()
+    {
+        const auto size = static_cast<std::int64_t>(m_Run.size());
+        const bool isWritten = m_Run.empty() || m_File.Write(m_Next - size, m_Run.data(), size);
+        m_Run.clear();
+        return isWritten;
+    }
+
+private:
+    CRandomAccessFile& m_File;
+    std::vector<unsigned char> m_Run;
+    std::int64_t m_Next = 0; // one past the run's last byte
 };
 
 /// One attempt to mark a model.
@@ -45,6 +70,7 @@ public:
         , m_Options(options)
         , m_IsPatient(isPatient)
         , m_Folder(GetModelFolder(path))
+        , m_Sink(m_Result)
     {
     }
 
@@ -58,12 +84,14 @@ public:
     std::chrono::nanoseconds GetTimeToSettle() const { return m_TimeToSettle; }
 
 private:
+    bool Walk();
     void FindVariants();
+    void FindVariants(SMarkItem& item, CVariantSearch& search);
     bool Write();
     bool WriteInPlace();
     bool WriteOutput();
     bool CopyTo(CRandomAccessFile& output, bool& isReadWhole);
-    bool WritePatches(CRandomAccessFile& file);
+    bool WriteChanges(CRandomAccessFile& file) const;
     bool WriteDepfile();
     bool IsSettled() const { return m_TimeToSettle.count() <= 0; }
 
@@ -77,9 +105,9 @@ private:
     std::string m_Folder;
     CRandomAccessFile m_File;
     std::chrono::nanoseconds m_TimeToSettle = {};
-    CMarkSink m_Sink;
-    std::vector<SPatch> m_Patches; // in file order
     SMarkResult m_Result;
+    CMarkSink m_Sink;
+    bool m_IsDifferent = false; // from what has to be in the file
 };
 
 bool CMarker::Mark()
@@ -89,9 +117,7 @@ bool CMarker::Mark()
         return Fail("cannot be opened: " + m_File.GetError()) && !m_File.IsBusy();
     m_TimeToSettle = m_File.GetState().GetTimeToSettle(Clock::now());
 
-    zek::CZEKFileSource source(m_File);
-    zek::CZEKWalk<zek::CZEKFileSource, CMarkSink> walk(source, m_Sink);
-    if (!zek::WalkFile(walk))
+    if (!Walk())
         return Fail(MakeRefusalText(m_Sink.GetRefusal(), m_File)) && m_File.IsUnchanged();
 
     FindVariants();
@@ -102,31 +128,39 @@ bool CMarker::Mark()
     return Write();
 }
 
+/// What is held of the file is gone at the end.
+bool CMarker::Walk()
+{
+    zek::CZEKFileSource source(m_File);
+    zek::CZEKWalk<zek::CZEKFileSource, CMarkSink> walk(source, m_Sink);
+    return zek::WalkFile(walk);
+}
+
 void CMarker::FindVariants()
 {
     const zek::SZEKHeader& header = m_Sink.GetHeader();
     m_Result.version = header.version;
     m_Result.markerFrom = static_cast<unsigned char>(header.processedMarkerValue);
     m_Result.isMarkerSet = header.processedMarker.offset >= 0 && m_Result.markerFrom != MarkerValue;
-    if (m_Result.isMarkerSet)
-        m_Patches.push_back({header.processedMarker.offset, MarkerValue});
+    m_IsDifferent = m_Result.isMarkerSet;
 
     CVariantSearch search(m_Folder, m_Options.isCubemapFolders);
-    for (SMarkItem& item : m_Sink.GetItems())
+    for (SMarkItem& item : m_Result.items)
     {
-        const zek::FamilyFlags isPresent = search.Find(item.kind, item.index, item.name);
-        SVariantCount& count = m_Result.counts[static_cast<std::size_t>(item.kind)];
-        ++count.items;
-        for (std::size_t family = 0; family < isPresent.size(); ++family)
-        {
-            item.to[family] = isPresent[family] ? 1 : 0;
-            count.variants[family] += item.to[family];
-            if (item.to[family] != item.from[family])
-                m_Patches.push_back(
-                    {item.offset + static_cast<std::int64_t>(family), item.to[family]});
-        }
-        if (item.to != item.from)
-            m_Result.changes.push_back(item);
+        FindVariants(item, search);
+        m_IsDifferent = m_IsDifferent || item.IsDifferent();
+    }
+}
+
+void CMarker::FindVariants(SMarkItem& item, CVariantSearch& search)
+{
+    const zek::FamilyFlags isPresent = search.Find(item.kind, item.index, item.name);
+    SVariantCount& count = m_Result.counts[static_cast<std::size_t>(item.kind)];
+    ++count.items;
+    for (std::size_t family = 0; family < isPresent.size(); ++family)
+    {
+        item.to[family] = isPresent[family] ? 1 : 0;
+        count.variants[family] += item.to[family];
     }
 }
 
@@ -134,7 +168,7 @@ bool CMarker::Write()
 {
     if (!m_Options.outputPath.empty())
         return WriteOutput();
-    return m_Patches.empty() && !m_Options.isAlways ? Succeed() : WriteInPlace();
+    return !m_IsDifferent && !m_Options.isAlways ? Succeed() : WriteInPlace();
 }
 
 bool CMarker::WriteInPlace()
@@ -147,7 +181,7 @@ bool CMarker::WriteInPlace()
         return Fail("cannot be opened for writing: " + file.GetError()) && !file.IsBusy();
     if (file.GetState() != m_File.GetState() || (file.IsBusy() && m_IsPatient))
         return false;
-    if (!WritePatches(file) || (m_Options.isAlways && !file.Touch()))
+    if (!WriteChanges(file) || (m_Options.isAlways && !file.Touch()))
         return Fail("cannot be written: " + file.GetError());
     return Succeed();
 }
@@ -167,7 +201,7 @@ bool CMarker::WriteOutput()
     if (!output.Create())
         return failToWrite(output.GetError());
     bool isReadWhole = true;
-    if (!CopyTo(output.GetFile(), isReadWhole) || !WritePatches(output.GetFile()))
+    if (!CopyTo(output.GetFile(), isReadWhole) || !WriteChanges(output.GetFile()))
         return failToWrite(output.GetFile().GetError());
     if (!IsSettled() || !m_File.IsUnchanged())
         return false;
@@ -192,28 +226,28 @@ bool CMarker::CopyTo(CRandomAccessFile& output, bool& isReadWhole)
     return true;
 }
 
-bool CMarker::WritePatches(CRandomAccessFile& file)
+bool CMarker::WriteChanges(CRandomAccessFile& file) const
 {
-    std::vector<unsigned char> run; // of adjacent bytes, which are written at once
-    for (std::size_t i = 0; i < m_Patches.size(); ++i)
+    CByteWriter writer(file);
+    if (m_Result.isMarkerSet && !writer.Put(m_Sink.GetHeader().processedMarker.offset, MarkerValue))
+        return false;
+    for (const SMarkItem& item : m_Result.items)
     {
-        run.push_back(m_Patches[i].byte);
-        const std::int64_t next = m_Patches[i].offset + 1;
-        if (i + 1 < m_Patches.size() && m_Patches[i + 1].offset == next)
-            continue;
-        const auto size = static_cast<std::int64_t>(run.size());
-        if (!file.Write(next - size, run.data(), size))
-            return false;
-        run.clear();
+        for (std::size_t family = 0; family < item.to.size(); ++family)
+        {
+            const std::int64_t offset = item.offset + static_cast<std::int64_t>(family);
+            if (item.to[family] != item.from[family] && !writer.Put(offset, item.to[family]))
+                return false;
+        }
     }
-    return true;
+    return writer.Flush();
 }
 
 bool CMarker::WriteDepfile()
 {
     CDepfile depfile(m_Folder);
     CVariantSearch search(m_Folder, m_Options.isCubemapFolders);
-    for (const SMarkItem& item : m_Sink.GetItems())
+    for (const SMarkItem& item : m_Result.items)
         search.ForEachPath(
             item.kind, item.index, item.name,
             [&](const std::string& path) { depfile.AddVariant(path); });
@@ -228,7 +262,7 @@ bool CMarker::WriteDepfile()
 
 bool CMarker::Succeed()
 {
-    m_Result.outcome = m_Patches.empty() ? SMarkResult::Unchanged : SMarkResult::Changed;
+    m_Result.outcome = m_IsDifferent ? SMarkResult::Changed : SMarkResult::Unchanged;
     m_Result.reason.clear();
     return true;
 }

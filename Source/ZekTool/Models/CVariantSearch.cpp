@@ -41,7 +41,7 @@ std::string GetModelFolder(const std::string& path)
     return path.substr(0, filesystem::GetNameStart(path));
 }
 
-zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::string& name)
+zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, std::string_view name)
 {
     switch (kind)
     {
@@ -52,7 +52,7 @@ zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::stri
     case zek::EZEKItemKind::Lightmap:
         break;
     }
-    return zek::SZEKItem::MakeLightmap(name);
+    return zek::SZEKItem::MakeLightmap(std::string(name));
 }
 
 CVariantSearch::CVariantSearch(const std::string& folder, bool isCubemapFolders)
@@ -62,7 +62,7 @@ CVariantSearch::CVariantSearch(const std::string& folder, bool isCubemapFolders)
 {
 }
 
-zek::FamilyFlags CVariantSearch::Find(zek::EZEKItemKind kind, int index, const std::string& name)
+zek::FamilyFlags CVariantSearch::Find(zek::EZEKItemKind kind, int index, std::string_view name)
 {
     const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     zek::FamilyFlags isPresent = m_Finder.Find(item);
@@ -75,7 +75,7 @@ zek::FamilyFlags CVariantSearch::Find(zek::EZEKItemKind kind, int index, const s
     return isPresent;
 }
 
-MissingFiles CVariantSearch::FindMissing(zek::EZEKItemKind kind, int index, const std::string& name)
+MissingFiles CVariantSearch::FindMissing(zek::EZEKItemKind kind, int index, std::string_view name)
 {
     const zek::SZEKItem item = MakeVariantItem(kind, index, name);
     MissingFiles missing = {};
@@ -101,7 +101,7 @@ bool CVariantSearch::IsInFolders(zek::EZEKItemKind kind) const
 void CVariantSearch::ForEachPath(
     zek::EZEKItemKind kind,
     int index,
-    const std::string& name,
+    std::string_view name,
     const std::function<void(const std::string& path)>& use)
 {
     const zek::SZEKItem item = MakeVariantItem(kind, index, name);

@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 
@@ -14,7 +15,7 @@ namespace zektool
 std::string GetModelFolder(const std::string& path);
 
 /// Returns what the variants of an item are looked for by, from its name in the model.
-zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, const std::string& name);
+zek::SZEKItem MakeVariantItem(zek::EZEKItemKind kind, int index, std::string_view name);
 
 /// The files that a variant lacks, a bit for each, the lowest for the first; 0 when it is there. By
 /// family.
@@ -29,11 +30,11 @@ public:
     CVariantSearch(const std::string& folder, bool isCubemapFolders);
 
     /// Tells which variants an item has, by the name that it has in the model.
-    zek::FamilyFlags Find(zek::EZEKItemKind kind, int index, const std::string& name);
+    zek::FamilyFlags Find(zek::EZEKItemKind kind, int index, std::string_view name);
 
     /// Tells which files the variants of an item lack, so that `Find` would not find them. Where
     /// cubemaps are taken from folders, too, these are those that the folder lacks.
-    MissingFiles FindMissing(zek::EZEKItemKind kind, int index, const std::string& name);
+    MissingFiles FindMissing(zek::EZEKItemKind kind, int index, std::string_view name);
 
     /// Returns the path of a file that `FindMissing` tells of, from 0 on. It is valid until the
     /// next call.
@@ -43,7 +44,7 @@ public:
     void ForEachPath(
         zek::EZEKItemKind kind,
         int index,
-        const std::string& name,
+        std::string_view name,
         const std::function<void(const std::string& path)>& use);
 
 private:

@@ -39,16 +39,16 @@ TEST(CSurveySink, KeepsTheItemsWithTheirFlags)
     const CModelBuilder builder = CModelBuilder::Build(model);
     const SSurvey survey = Survey(model);
     ASSERT_EQ(2, survey.GetTextureCount());
-    EXPECT_EQ("b.png", survey.textures[1].name);
+    EXPECT_STREQ("b.png", survey.textures[1].name);
     EXPECT_EQ((Flags{5, 6, 7, 8}), survey.textures[1].flags);
     EXPECT_EQ(
         builder.GetTextureFlagOffsets()[1],
         static_cast<std::size_t>(survey.textures[1].flagsOffset));
     ASSERT_EQ(1U, survey.cubemaps.size());
-    EXPECT_EQ("Hall", survey.cubemaps[0].name);
+    EXPECT_STREQ("Hall", survey.cubemaps[0].name);
     EXPECT_EQ((Flags{9, 10, 11, 12}), survey.cubemaps[0].flags);
     ASSERT_EQ(1U, survey.lightmaps.size());
-    EXPECT_EQ("c.png", survey.lightmaps[0].name);
+    EXPECT_STREQ("c.png", survey.lightmaps[0].name);
     EXPECT_EQ((Flags{13, 14, 15, 16}), survey.lightmaps[0].flags);
     EXPECT_EQ(8, survey.processedMarkerOffset);
 }
