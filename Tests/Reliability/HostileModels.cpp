@@ -2,7 +2,11 @@
 
 #include <functional>
 #include <limits>
+#include <stdexcept>
 #include <utility>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "Independent/FileImage/FileImage.h"
 #include "Support/CModelBuilder.h"
@@ -30,6 +34,16 @@ template <typename Record>
 void Repeat(std::vector<Record>& list, int n, const Record& record)
 {
     list.assign(static_cast<std::size_t>(n), record);
+}
+
+/// Returns a short name for each number.
+std::string MakeName(int number)
+{
+    constexpr int letterCount = 26;
+    std::string name;
+    for (; number > 0; number /= letterCount)
+        name += static_cast<char>('a' + number % letterCount);
+    return name;
 }
 
 SModel MakeModel(const SFilling& filling, int n)
@@ -72,6 +86,18 @@ const std::vector<SFilling>& GetFillings()
         {"lightmaps with names of 16 bytes", 26,
          [](SModel& model, int n) {
              Repeat(model.lightmaps, n, SLightmap{ShortestOnHeap, {}});
+         }},
+        {"lightmaps of which every other has a name", 26,
+         [](SModel& model, int n)
+         {
+             for (int i = 0; i < n; ++i)
+                 model.lightmaps.push_back({MakeName(i % 2), {}});
+         }},
+        {"lightmaps with names of their own, whose flags are wrong", 26,
+         [](SModel& model, int n)
+         {
+             for (int i = 0; i < n; ++i)
+                 model.lightmaps.push_back({MakeName(i), {2, 2, 2, 2}});
          }},
         {"probes without flags", 12,
          [](SModel& model, int n) { model.probes.resize(static_cast<std::size_t>(n)); }},
@@ -222,4 +248,25 @@ std::vector<SHostileModel> MakeHostileModels(std::size_t size)
             models.back().image.data() + builder.GetOffset(name), std::numeric_limits<int>::max());
     }
     return models;
+}
+
+std::set<std::filesystem::path>
+WriteHostileModels(const testsupport::CTemporaryFolder& folder, std::size_t size)
+{
+    const pid_t writer = fork();
+    if (writer == 0)
+    {
+        for (const SHostileModel& model : MakeHostileModels(size))
+            folder.Write(
+                std::string(model.isAccepted ? AcceptedStart : RefusedStart) + model.what,
+                model.image);
+        _exit(0);
+    }
+    int status = -1;
+    if (waitpid(writer, &status, 0) != writer || status != 0)
+        throw std::runtime_error("cannot write the hostile models");
+    std::set<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.GetPath()))
+        paths.insert(entry.path());
+    return paths;
 }

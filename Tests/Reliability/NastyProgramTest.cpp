@@ -3,8 +3,6 @@
 #include <set>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "Reliability/HostileModels.h"
 #include "Reliability/MemoryBound.h"
@@ -24,26 +22,6 @@ constexpr long ProgramKilobytes = 1024 * 1024; // the address sanitizer keeps wh
 #else
 constexpr long ProgramKilobytes = 16 * 1024; // the program, and what this test hands down to it
 #endif
-
-const std::string Accepted = "accepted: ";
-const std::string Refused = "refused: ";
-
-/// Writes each hostile model to a file of its name. A process of its own does it: the memory of
-/// this one counts as that of the programs that it starts, each of which begins as a copy of it.
-void WriteHostileModels(const CTemporaryFolder& folder)
-{
-    const pid_t writer = fork();
-    if (writer == 0)
-    {
-        constexpr std::size_t size = 1024 * 1024;
-        for (const SHostileModel& model : MakeHostileModels(size))
-            folder.Write((model.isAccepted ? Accepted : Refused) + model.what, model.image);
-        _exit(0);
-    }
-    int status = -1;
-    waitpid(writer, &status, 0);
-    ASSERT_EQ(status, 0);
-}
 
 class NastyProgramTest : public testing::TestWithParam<int>
 {
@@ -98,16 +76,14 @@ INSTANTIATE_TEST_SUITE_P(Version, NastyProgramTest, testing::Range(7, 28));
 TEST(HostileProgramTest, AHostileModelTakesNoMoreOfTheMachinesMemoryThanTheBound)
 {
     const CTemporaryFolder folder;
-    WriteHostileModels(folder);
-    std::set<std::filesystem::path> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.GetPath()))
-        paths.insert(entry.path());
+    constexpr std::size_t modelSize = 1024 * 1024;
+    const std::set<std::filesystem::path> paths = WriteHostileModels(folder, modelSize);
     EXPECT_GT(paths.size(), 40u);
 
     for (const std::filesystem::path& path : paths)
     {
         SCOPED_TRACE(path);
-        const bool isAccepted = path.filename().string().find(Accepted) == 0;
+        const bool isAccepted = path.filename().string().find(AcceptedStart) == 0;
         const std::size_t size = std::filesystem::file_size(path);
         const SProgramResult result = RunTool(path);
         EXPECT_EQ(result.exitStatus, isAccepted ? 0 : 255);

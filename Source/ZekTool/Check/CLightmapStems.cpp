@@ -45,6 +45,7 @@ CLightmapStems::CLightmapStems(const std::deque<SSurveyedItem>& lightmaps) : m_L
     {
         const int index = static_cast<int>(m_Lengths.size());
         m_Lengths.push_back(zek::SZEKItem::MakeLightmap(lightmap.name).name.size());
+        // Files of nameless lightmaps need no sorting.
         if (index == 0 || GetStem(index) != GetStem(index - 1))
             m_Order.push_back(index);
     }
@@ -55,6 +56,8 @@ CLightmapStems::CLightmapStems(const std::deque<SSurveyedItem>& lightmaps) : m_L
             const int order = Compare(GetStem(a), GetStem(b));
             return order != 0 ? order < 0 : a < b;
         });
+    const auto isSame = [this](int a, int b) { return GetStem(a) == GetStem(b); };
+    m_Order.erase(std::unique(m_Order.begin(), m_Order.end(), isSame), m_Order.end());
 }
 
 bool CLightmapStems::Has(std::string_view stem) const

@@ -36,9 +36,7 @@ private:
 
     const std::deque<SSurveyedItem>& m_Lightmaps;
     std::vector<std::size_t> m_Lengths; // of the stems, by lightmap
-    // The lightmaps by stem, of equal ones the first first. Those with the stem of the one before
-    // them in the model, as all have in a file of nameless ones, are left out.
-    std::vector<int> m_Order;
+    std::vector<int> m_Order;           // the first lightmap of each stem, by stem
 };
 
 } // namespace zektool

@@ -1,5 +1,8 @@
 #include "ZekTool/Check/CLightmapStems.h"
 
+#include <deque>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace

@@ -1,0 +1,60 @@
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "Reliability/HostileModels.h"
+#include "Support/CTemporaryFolder.h"
+#include "Support/RunProgram.h"
+
+namespace
+{
+
+constexpr std::size_t Megabyte = 1024 * 1024;
+
+/// The memory that a command with one thread may take for a model: for each byte of its file so
+/// many, and a rest whatever the model is. Of that rest 17 MB are promised; so much of it would
+/// hide what models of this size take.
+///
+/// The most expensive byte is that of a lightmap that has no name or one of a letter: of its five
+/// or six bytes come the places of the name and of the flags, what they are and have to be, and the
+/// place in the order of names.
+constexpr std::size_t MostFixedBytes = 6 * Megabyte;
+constexpr std::size_t MostBytesPerFileByte = 7;
+
+/// Runs a command on a model. Returns how many bytes it took for each byte of the file above those
+/// that it may take anyway, or a number below 0.
+double Measure(const std::string& command, const std::filesystem::path& path)
+{
+    const testsupport::SProgramResult result =
+        testsupport::RunProgram({ZEK_PROGRAM, command, "-j1", path});
+    EXPECT_GE(result.exitStatus, 0) << result.signal;
+    EXPECT_LE(result.exitStatus, 1) << result.errors;
+    const double above = static_cast<double>(result.peakKilobytes) * 1024.0 - MostFixedBytes;
+    return above / static_cast<double>(std::filesystem::file_size(path));
+}
+
+} // namespace
+
+TEST(HostileProgramTest, CheckAndMarkTakeNoMoreMemoryForAModelThanTheBound)
+{
+#ifdef ZEK_IS_SANITIZED
+    GTEST_SKIP() << "the sanitizers take memory of their own";
+#endif
+    const testsupport::CTemporaryFolder folder;
+    const std::set<std::filesystem::path> paths = WriteHostileModels(folder, 4 * Megabyte);
+    EXPECT_GT(paths.size(), 40u);
+    for (const std::filesystem::path& path : paths)
+    {
+        SCOPED_TRACE(path);
+        const double check = Measure("check", path);
+        const double mark = Measure("mark", path);
+        EXPECT_LE(check, MostBytesPerFileByte);
+        EXPECT_LE(mark, MostBytesPerFileByte);
+        std::printf(
+            "%6.2f, %6.2f bytes for a byte of the file above the rest: %s\n", check, mark,
+            path.filename().c_str());
+    }
+}
