@@ -21,7 +21,7 @@ constexpr std::size_t Megabyte = 1024 * 1024;
 /// The most expensive byte is that of a lightmap that has no name or one of a letter: of its five
 /// or six bytes come the places of the name and of the flags, what they are and have to be, and the
 /// place in the order of names.
-constexpr std::size_t MostFixedBytes = 6 * Megabyte;
+constexpr std::size_t MostFixedBytes = 3 * Megabyte;
 constexpr std::size_t MostBytesPerFileByte = 7;
 
 /// Runs a command on a model. Returns how many bytes it took for each byte of the file above those
@@ -44,7 +44,7 @@ TEST(HostileProgramTest, CheckAndMarkTakeNoMoreMemoryForAModelThanTheBound)
     GTEST_SKIP() << "the sanitizers take memory of their own";
 #endif
     const testsupport::CTemporaryFolder folder;
-    const std::set<std::filesystem::path> paths = WriteHostileModels(folder, 4 * Megabyte);
+    const std::set<std::filesystem::path> paths = WriteHostileModels(folder, Megabyte);
     EXPECT_GT(paths.size(), 40u);
     for (const std::filesystem::path& path : paths)
     {
