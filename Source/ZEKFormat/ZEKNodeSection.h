@@ -73,6 +73,13 @@ template <typename Walk>
     return version < version::NodeAlternateReference || walk.Int("alternateReference", reference);
 }
 
+/// Walks bytes of a node of which nothing is known.
+template <typename Walk>
+[[gnu::always_inline]] inline bool WalkReserved(Walk& walk, const char* name, int size)
+{
+    return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); });
+}
+
 template <typename Walk>
 bool WalkNode(Walk& walk, int version)
 {
@@ -106,11 +113,11 @@ bool WalkNode(Walk& walk, int version)
 
     constexpr int reservedBlockSize = 20;
     constexpr int reservedWordSize = 4;
-    const auto skip = [&](const char* block, int size)
-    { return walk.Block(block, [&](auto& fields) { fields.Bytes(block, size); }); };
-    if (version >= version::NodeReservedBlock && !skip("reservedBlock", reservedBlockSize))
+    if (version >= version::NodeReservedBlock &&
+        !WalkReserved(walk, "reservedBlock", reservedBlockSize))
         return false;
-    if (version >= version::NodeReservedWord && !skip("reservedWord", reservedWordSize))
+    if (version >= version::NodeReservedWord &&
+        !WalkReserved(walk, "reservedWord", reservedWordSize))
         return false;
     walk.GetSink().Node(node);
     return true;

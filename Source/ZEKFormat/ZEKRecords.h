@@ -18,7 +18,7 @@
 
 /// What the records of a model file come to while they are walked: those of their fields that mean
 /// something, in file order. What the file's version does not have keeps the value given here.
-/// Texts are valid as long as the walk is in the record.
+/// Texts are valid until the walk comes to the next one, and no record has two.
 namespace zek
 {
 

@@ -50,6 +50,8 @@ public:
     int GetVersion() const { return m_Version; }
 
     const std::vector<CZEKNode>& GetNodeList() const { return m_NodeList; }
+
+    /// A mesh has no place in a lightmap (-1, scale 1, offset 0), of which the file says nothing.
     const std::vector<CZEKMesh>& GetMeshList() const { return m_MeshList; }
 
     /// The collision meshes of the nodes, in the nodes' order. They have positions, perhaps

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Support/SModel.h"
 #include "Tool.h"
 
 using namespace testsupport;
@@ -102,4 +103,7 @@ TEST_P(EveryVersion, WithSomeVariantsJustTheirFlagsAreSet)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Versions, EveryVersion, testing::Range(7, 28), testing::PrintToStringParamName());
+    Versions,
+    EveryVersion,
+    testing::Range(testsupport::OldestVersion, testsupport::UnknownVersion + 1),
+    testing::PrintToStringParamName());

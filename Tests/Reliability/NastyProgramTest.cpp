@@ -9,6 +9,7 @@
 #include "Reliability/NastyModels.h"
 #include "Reliability/Program.h"
 #include "Support/CTemporaryFolder.h"
+#include "Support/SModel.h"
 
 using testsupport::CTemporaryFolder;
 using testsupport::FolderContents;
@@ -71,7 +72,10 @@ TEST_P(NastyProgramTest, ANastyModelIsRewrittenOrRefusedAndNoOtherFileChanges)
     RecordProperty("runs", runCount);
 }
 
-INSTANTIATE_TEST_SUITE_P(Version, NastyProgramTest, testing::Range(7, 28));
+INSTANTIATE_TEST_SUITE_P(
+    Version,
+    NastyProgramTest,
+    testing::Range(testsupport::OldestVersion, testsupport::UnknownVersion + 1));
 
 TEST(HostileProgramTest, AHostileModelTakesNoMoreOfTheMachinesMemoryThanTheBound)
 {

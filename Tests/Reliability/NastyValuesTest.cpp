@@ -8,6 +8,7 @@
 #include "Reliability/NastyModels.h"
 #include "Support/CModelMap.h"
 #include "Support/Heap.h"
+#include "Support/SModel.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 #include "ZEKOverwriter/SCompressionFamily.h"
 
@@ -95,4 +96,7 @@ TEST_P(NastyValuesTest, AnyFieldMayHoldAnythingAndThePassEndsCleanlyWithinItsMem
     EXPECT_GT(modelCount, 100);
 }
 
-INSTANTIATE_TEST_SUITE_P(Version, NastyValuesTest, testing::Range(7, 28));
+INSTANTIATE_TEST_SUITE_P(
+    Version,
+    NastyValuesTest,
+    testing::Range(testsupport::OldestVersion, testsupport::UnknownVersion + 1));

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include "CheckerFixture.h"
+#include "Support/SModel.h"
 
 using namespace testsupport;
 using zektool::EFinding;
@@ -38,7 +39,8 @@ protected:
 
 TEST_F(Checker, FindsNothingWrongWithFullModelsOfAllVersionsWhoseFlagsAreTrue)
 {
-    for (int version = 7; version <= 27; ++version)
+    for (int version = testsupport::OldestVersion; version <= testsupport::UnknownVersion;
+         ++version)
     {
         SModel model = MakeModel(version);
         model.nodes = {SNode()};

@@ -178,4 +178,7 @@ TEST_P(MarkDifferenceTest, TheProgramLeavesTheSameFileAndPrintsTheSameCounts)
     EXPECT_NE(folder.Read("marked.zek"), image);
 }
 
-INSTANTIATE_TEST_SUITE_P(Version, MarkDifferenceTest, testing::Range(7, 28));
+INSTANTIATE_TEST_SUITE_P(
+    Version,
+    MarkDifferenceTest,
+    testing::Range(testsupport::OldestVersion, testsupport::UnknownVersion + 1));

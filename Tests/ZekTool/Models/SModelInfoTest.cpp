@@ -26,7 +26,8 @@ SModelInfo Read(const SModel& model)
 
 TEST(SModelInfo, CountsWhatAVersionHas)
 {
-    for (int version = 7; version <= 27; ++version)
+    for (int version = testsupport::OldestVersion; version <= testsupport::UnknownVersion;
+         ++version)
     {
         const SModel model = MakeFullModel(version);
         const SModelInfo info = Read(model);
