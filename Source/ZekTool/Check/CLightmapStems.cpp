@@ -10,11 +10,6 @@ namespace zektool
 namespace
 {
 
-char MakeSmall(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 /// Returns what is below 0, 0 or above it, as a stands before b, with it or after it when A to Z
 /// are small letters.
 int CompareSmall(std::string_view a, std::string_view b)

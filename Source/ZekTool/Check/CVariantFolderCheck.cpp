@@ -23,7 +23,7 @@ std::string MakeSmall(std::string_view name)
 {
     std::string small(name);
     for (char& c : small)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        c = zektool::MakeSmall(c);
     return small;
 }
 
