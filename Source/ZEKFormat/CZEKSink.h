@@ -5,7 +5,7 @@
 
 #include "ZEKFormat/EZEKFieldType.h"
 #include "ZEKFormat/SZEKFault.h"
-#include "ZEKFormat/SZEKPlace.h"
+#include "ZEKFormat/SZEKFlags.h"
 #include "ZEKFormat/ZEKRecords.h"
 
 namespace zek
@@ -63,7 +63,7 @@ struct CZEKSink
     void LightmapName(std::string_view) {}
     void Lightmap(const SZEKLightmap&) {}
     void LightmapCount(int) {}
-    void ProbeFlags(const SZEKPlace&) {}
+    void ProbeFlags(const SZEKFlags&) {}
     void Probe(const SZEKProbe&) {}
     void ProbeCount(int) {}
 };

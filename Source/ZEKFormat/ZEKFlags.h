@@ -1,19 +1,25 @@
 #pragma once
 
-#include "ZEKFormat/SZEKPlace.h"
+#include <algorithm>
+
+#include "ZEKFormat/SZEKFlags.h"
 
 namespace zek
 {
 
-/// The compression flags of an item: PVRTC, ETC, ASTC and DXT.
-constexpr int CompressionFamilyCount = 4;
-
-/// Walks the compression flags of an item, a byte a family. What it is given is a `CZEKWalk`.
+/// Walks the compression flags of an item. What it is given is a `CZEKWalk`.
+///
+/// The values are copied: by the time that the item is told of, the source may have let go of the
+/// bytes.
 template <typename Walk>
-bool WalkFlags(Walk& walk, SZEKPlace& flags)
+bool WalkFlags(Walk& walk, SZEKFlags& flags)
 {
-    return walk.Block(
-        "flags", [&](auto& fields) { flags = fields.Bytes("flags", CompressionFamilyCount); });
+    if (!walk.Block(
+            "flags",
+            [&](auto& fields) { flags.place = fields.Bytes("flags", CompressionFamilyCount); }))
+        return false;
+    std::copy_n(flags.place.address, flags.values.size(), flags.values.begin());
+    return true;
 }
 
 } // namespace zek

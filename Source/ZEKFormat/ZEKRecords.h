@@ -14,6 +14,7 @@
 #include "ZEKFormat/EZEKColliderType.h"
 #include "ZEKFormat/EZEKShaderType.h"
 #include "ZEKFormat/STextureTransform.h"
+#include "ZEKFormat/SZEKFlags.h"
 #include "ZEKFormat/SZEKPlace.h"
 
 /// What the records of a model file come to while they are walked: those of their fields that mean
@@ -95,13 +96,13 @@ struct SZEKTexture
 {
     std::string_view name;
     int clamp = 0;
-    SZEKPlace flags; ///< nowhere before version 5
+    SZEKFlags flags; ///< nowhere before version 5
 };
 
 struct SZEKLightmap
 {
     std::string_view name;
-    SZEKPlace flags;
+    SZEKFlags flags;
 };
 
 struct SZEKProbe
@@ -109,7 +110,7 @@ struct SZEKProbe
     int index = 0;
     bool hasName = false; ///< from version 26 on
     std::string_view name;
-    SZEKPlace flags; ///< nowhere before version 16
+    SZEKFlags flags; ///< nowhere before version 16
 };
 
 /// Returns the name of a probe: before version 26, its index in decimal.

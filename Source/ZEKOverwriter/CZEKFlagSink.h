@@ -28,7 +28,7 @@ public:
         m_LightmapFlagQuadList.push_back(MakeFlagQuad(lightmap.flags));
     }
 
-    void ProbeFlags(const SZEKPlace& flags) { m_ProbeFlagQuadList.push_back(MakeFlagQuad(flags)); }
+    void ProbeFlags(const SZEKFlags& flags) { m_ProbeFlagQuadList.push_back(MakeFlagQuad(flags)); }
 
     void Probe(const SZEKProbe& probe) { m_ProbeNameList.push_back(GetProbeName(probe)); }
 
@@ -45,11 +45,11 @@ public:
     const std::vector<std::string>& GetProbeNameList() const { return m_ProbeNameList; }
 
 private:
-    static FlagQuad MakeFlagQuad(const SZEKPlace& flags)
+    static FlagQuad MakeFlagQuad(const SZEKFlags& flags)
     {
         FlagQuad quad = {};
-        for (std::size_t family = 0; flags.address != nullptr && family < quad.size(); ++family)
-            quad[family] = flags.address + family;
+        for (std::size_t family = 0; flags.place.address != nullptr && family < quad.size(); ++family)
+            quad[family] = flags.place.address + family;
         return quad;
     }
 

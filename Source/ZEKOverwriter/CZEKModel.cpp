@@ -19,10 +19,10 @@ namespace
 constexpr int NoLightmap = -1;
 constexpr int NoColliderMesh = -1;
 
-std::array<int, CompressionFamilyCount> GetFlags(const SZEKPlace& flags)
+std::array<int, CompressionFamilyCount> GetFlags(const SZEKFlags& flags)
 {
     std::array<int, CompressionFamilyCount> values;
-    std::copy_n(flags.address, values.size(), values.begin());
+    std::copy(flags.values.begin(), flags.values.end(), values.begin());
     return values;
 }
 
@@ -145,7 +145,7 @@ public:
 
     void Texture(const SZEKTexture& texture)
     {
-        const auto flags = GetFlags(texture.flags);
+        const auto& flags = texture.flags.values;
         m_Model.m_TextureList.emplace_back(
             std::string(texture.name), texture.clamp == 1,
             std::vector<int>(flags.begin(), flags.end()));
@@ -153,12 +153,9 @@ public:
 
     void Bone(std::string_view name) { m_Model.m_BoneNameList.emplace_back(name); }
 
-    // By the name's turn, a file's bytes may have been replaced in memory.
-    void ProbeFlags(const SZEKPlace& flags) { m_ProbeFlags = GetFlags(flags); }
-
     void Probe(const SZEKProbe& probe)
     {
-        m_Model.m_ProbeList.push_back({GetProbeName(probe), m_ProbeFlags});
+        m_Model.m_ProbeList.push_back({GetProbeName(probe), GetFlags(probe.flags)});
     }
 
     void Lightmap(const SZEKLightmap& lightmap)
@@ -179,11 +176,11 @@ private:
     std::vector<int> m_IndexListINT;
     std::string m_MorphName;
     std::vector<S3D> m_MorphPosList;
-    std::array<int, CompressionFamilyCount> m_ProbeFlags = {};
 };
 
 /// Makes room for records, but for no more than the bytes left can hold: a list that grows by
-/// itself takes up to three times its size.
+/// itself takes up to three times its size. How small a record can be decides about memory alone:
+/// with any other size the same is loaded.
 void CZEKModel::CLoader::BeginRecords(std::string_view kind, int count, std::int64_t left)
 {
     const auto reserve = [&](auto& list, std::int64_t smallestSize)

@@ -7,7 +7,7 @@
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
 #include "ZEKFormat/SZEKRefusal.h"
-#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKFormat/SZEKFlags.h"
 #include "ZEKOverwriter/CZEKMaterial.h"
 #include "ZEKOverwriter/CZEKMesh.h"
 #include "ZEKOverwriter/CZEKNode.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKFormat/SZEKFlags.h"
 
 namespace zek
 {

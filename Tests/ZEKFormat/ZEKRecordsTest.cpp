@@ -33,5 +33,5 @@ TEST(Records, HaveWhatOldVersionsMean)
     EXPECT_EQ(0.0f, material.secondTransform.offset.u);
     EXPECT_EQ(0.0f, material.secondTransform.offset.v);
     EXPECT_EQ(nullptr, zek::SZEKHeader().processedMarker.address);
-    EXPECT_EQ(-1, zek::SZEKTexture().flags.offset);
+    EXPECT_EQ(-1, zek::SZEKTexture().flags.place.offset);
 }

@@ -672,7 +672,7 @@ TEST_P(CZEKModelOfVersion, ChangedFilesAreAcceptedAsByTheOverwriter)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, CZEKModelOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
+    Version, CZEKModelOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
 
 /// The first read of a file ends before each of the fields in turn, and the second replaces all of
 /// its bytes, so that nothing of a record may be left behind in them.
@@ -680,7 +680,7 @@ TEST(CZEKModel, FileAndImageGiveTheSameWhereverAReadEnds)
 {
     constexpr std::size_t ReadSize = 4096;
     const CTemporaryFolder folder;
-    for (int version : {7, 25, 26})
+    for (int version : {OldestVersion, 25, UnknownVersion})
     {
         const SModel model = MakeDistinctModel(version);
         const CModelBuilder builder = CModelBuilder::Build(model);

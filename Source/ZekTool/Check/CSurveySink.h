@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -75,20 +74,20 @@ public:
             m_Survey.namelessLightmapCount = count;
     }
 
-    void ProbeFlags(const zek::SZEKPlace& flags) { m_Survey.cubemaps.push_back(MakeItem(flags)); }
-
     void Probe(const zek::SZEKProbe& probe)
     {
-        if (!m_Survey.cubemaps.empty())
-            Name(m_Survey.cubemaps.back(), zek::GetProbeName(probe));
+        if (probe.flags.place.offset < 0)
+            return;
+        m_Survey.cubemaps.push_back(MakeItem(probe.flags));
+        Name(m_Survey.cubemaps.back(), zek::GetProbeName(probe));
     }
 
 private:
-    static SSurveyedItem MakeItem(const zek::SZEKPlace& flags)
+    static SSurveyedItem MakeItem(const zek::SZEKFlags& flags)
     {
         SSurveyedItem item;
-        std::copy_n(flags.address, item.flags.size(), item.flags.begin());
-        item.flagsOffset = flags.offset;
+        item.flags = flags.values;
+        item.flagsOffset = flags.place.offset;
         return item;
     }
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <deque>
 
-#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKFormat/SZEKFlags.h"
 #include "ZekTool/Models/CNamePool.h"
 
 namespace zektool

@@ -24,12 +24,9 @@ public:
         Add(zek::EZEKItemKind::Texture, texture.name, texture.flags);
     }
 
-    void ProbeFlags(const zek::SZEKPlace& flags) { Add(zek::EZEKItemKind::Cubemap, {}, flags); }
-
     void Probe(const zek::SZEKProbe& probe)
     {
-        if (probe.flags.offset >= 0)
-            m_Result.items.back().name = m_Result.names.Add(zek::GetProbeName(probe));
+        Add(zek::EZEKItemKind::Cubemap, zek::GetProbeName(probe), probe.flags);
     }
 
     void Lightmap(const zek::SZEKLightmap& lightmap)
@@ -40,7 +37,7 @@ public:
     const zek::SZEKHeader& GetHeader() const { return m_Header; }
 
 private:
-    void Add(zek::EZEKItemKind kind, std::string_view name, const zek::SZEKPlace& flags);
+    void Add(zek::EZEKItemKind kind, std::string_view name, const zek::SZEKFlags& flags);
 
     SMarkResult& m_Result;
     zek::SZEKHeader m_Header;

@@ -5,7 +5,7 @@
 #include <deque>
 #include <string>
 
-#include "ZEKFormat/ZEKFlags.h"
+#include "ZEKFormat/SZEKFlags.h"
 #include "ZEKOverwriter/CZEKVariantFinder.h"
 #include "ZekTool/Models/CNamePool.h"
 #include "ZekTool/Models/SVariantCount.h"

@@ -28,7 +28,7 @@ public:
         m_Info.version = header.version;
         m_Info.hasGeometry = header.version < zek::version::TexturesOnly;
         m_Info.hasMarker = header.processedMarker.offset >= 0;
-        m_Info.isProcessed = m_Info.hasMarker && *header.processedMarker.address != 0;
+        m_Info.isProcessed = m_Info.hasMarker && (header.processedMarkerValue & 0xff) != 0;
     }
 
     void Node(const zek::SZEKNode&) { ++m_Info.nodeCount; }
@@ -42,14 +42,10 @@ public:
         m_Info.textures.back().name = texture.name;
     }
 
-    // The name of a probe stands after its flags, which may be gone from memory by then.
-    void ProbeFlags(const zek::SZEKPlace& flags) { m_ProbeFlags = MakeItem(flags); }
-
     void Probe(const zek::SZEKProbe& probe)
     {
-        m_Info.cubemaps.push_back(m_ProbeFlags);
+        m_Info.cubemaps.push_back(MakeItem(probe.flags));
         m_Info.cubemaps.back().name = zek::GetProbeName(probe);
-        m_ProbeFlags = {};
     }
 
     void ProbeCount(int count) { m_Info.cubemapCount = std::max(count, 0); }
@@ -63,17 +59,15 @@ public:
     void LightmapCount(int count) { m_Info.lightmapCount = std::max(count, 0); }
 
 private:
-    static SItemInfo MakeItem(const zek::SZEKPlace& flags)
+    static SItemInfo MakeItem(const zek::SZEKFlags& flags)
     {
         SItemInfo item;
-        item.hasFlags = flags.address != nullptr;
-        if (item.hasFlags)
-            std::copy_n(flags.address, item.flags.size(), item.flags.begin());
+        item.hasFlags = flags.place.offset >= 0;
+        item.flags = flags.values;
         return item;
     }
 
     SModelInfo& m_Info;
-    SItemInfo m_ProbeFlags;
 };
 
 } // namespace
