@@ -7,6 +7,7 @@
 
 #include "FuzzTarget.h"
 #include "Support/CModelMap.h"
+#include "Support/LeadByte.h"
 #include "VariantFolder.h"
 #include "ZEKFormat/CZEKVisitor.h"
 #include "ZEKFormat/SZEKRefusal.h"
@@ -41,10 +42,9 @@ std::string CutExtension(const std::string& name)
     std::size_t dot = name.size();
     for (std::size_t i = 0; i < name.size(); ++i)
     {
-        const auto byte = static_cast<unsigned char>(name[i]);
-        if ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xEF))
+        if (testsupport::IsLeadByte(name[i]))
             ++i;
-        else if (byte == '.')
+        else if (name[i] == '.')
             dot = i;
     }
     return name.substr(0, dot);

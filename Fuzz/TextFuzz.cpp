@@ -7,8 +7,10 @@
 #include "Independent/FormatString/FormatString.h"
 #include "Specific/FileSystem/CFilePath.h"
 #include "Specific/FileSystem/LFileName.h"
+#include "Support/LeadByte.h"
 
 using fuzz::Require;
+using testsupport::IsLeadByte;
 
 namespace
 {
@@ -21,10 +23,8 @@ Characters TakeApart(const std::string& text)
     Characters characters;
     for (std::size_t i = 0; i < text.size();)
     {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const bool isLead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xEF);
-        characters.push_back(text.substr(i, isLead ? 2 : 1));
-        i += isLead ? 2 : 1;
+        characters.push_back(text.substr(i, IsLeadByte(text[i]) ? 2 : 1));
+        i += characters.back().size();
     }
     return characters;
 }
@@ -84,9 +84,7 @@ std::string ToLower(const std::string& text)
     std::string result;
     for (const std::string& character : TakeApart(text))
     {
-        const auto byte = static_cast<unsigned char>(character[0]);
-        const bool isLoneLead = character.size() == 1 &&
-                                ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xEF));
+        const bool isLoneLead = character.size() == 1 && IsLeadByte(character[0]);
         if (character.size() == 1 && character[0] >= 'A' && character[0] <= 'Z')
             result += static_cast<char>(character[0] - 'A' + 'a');
         else
@@ -156,9 +154,7 @@ std::string Replace(const std::string& text, const std::string& from, const std:
             continue;
         }
         std::string character = TakeApart(text.substr(i))[0];
-        const auto byte = static_cast<unsigned char>(character[0]);
-        const bool isLead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xEF);
-        if (isLead && character.size() == 1)
+        if (IsLeadByte(character[0]) && character.size() == 1)
             character += '\0';
         result += character;
         i += character.size();

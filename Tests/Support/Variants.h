@@ -18,13 +18,19 @@ const std::string NoTextures = "ExistTextureCompression 0 0 0 0\n";
 const std::string NoCubemaps = "ExistCubemapCompression 0 0 0 0\n";
 const std::string NoLightmaps = "ExistLightmapCompression 0 0 0 0\n";
 
-/// Writes the six faces of a cubemap; the start of their names is like
+/// Writes the faces of a cubemap, or the first of them; the start of their names is like
 /// "tex_reflection_cube_etc\Probe".
-inline void
-WriteFaces(const CTemporaryFolder& folder, const std::string& start, const std::string& extension)
+inline void WriteFaces(
+    const CTemporaryFolder& folder,
+    const std::string& start,
+    const std::string& extension,
+    const std::string& separator = "\\",
+    int count = 6)
 {
-    for (char face = '0'; face <= '5'; ++face)
-        folder.Write(start + "\\reflection_cube_" + face + "." + extension, "");
+    for (int face = 0; face < count; ++face)
+        folder.Write(
+            start + separator + "reflection_cube_" + std::to_string(face) + "." + extension,
+            "face");
 }
 
 } // namespace testsupport

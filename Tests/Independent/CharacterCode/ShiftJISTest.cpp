@@ -2,14 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/LeadByte.h"
+
 using charactercode::IsShiftJISLeadByte;
 
 TEST(ShiftJIS, LeadBytesAre81To9FAndE0ToEF)
 {
     for (int byte = 0; byte <= 0xFF; ++byte)
     {
-        const bool isLead = (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
-        EXPECT_EQ(isLead, IsShiftJISLeadByte(static_cast<unsigned char>(byte))) << byte;
+        EXPECT_EQ(
+            testsupport::IsLeadByte(static_cast<char>(byte)),
+            IsShiftJISLeadByte(static_cast<unsigned char>(byte)))
+            << byte;
     }
 }
 

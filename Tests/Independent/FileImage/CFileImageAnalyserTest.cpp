@@ -1,7 +1,6 @@
 #include "Independent/FileImage/CFileImageAnalyser.h"
 
 #include <cstdint>
-#include <cstring>
 #include <functional>
 #include <string>
 #include <type_traits>
@@ -10,9 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include "Independent/FileImage/FloatBits.h"
 #include "Support/IntLimits.h"
 
 using fileimage::CFileImageAnalyser;
+using imagetest::BitsOfFloat;
 using testsupport::HighestInt;
 using testsupport::LowestInt;
 
@@ -29,13 +30,6 @@ CFileImageAnalyser ReaderOver(const Bytes& bytes)
 }
 
 CFileImageAnalyser ReaderOver(const Bytes&&) = delete;
-
-unsigned int BitsOfFloat(float value)
-{
-    unsigned int bits;
-    std::memcpy(&bits, &value, sizeof(bits));
-    return bits;
-}
 
 /// Expects a checked read to leave value and position alone wherever fewer bytes are left than it
 /// takes.

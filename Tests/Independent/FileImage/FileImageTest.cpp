@@ -1,31 +1,20 @@
 #include "Independent/FileImage/FileImage.h"
 
-#include <cstring>
 #include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "Independent/FileImage/FloatBits.h"
+
 using namespace fileimage;
+using imagetest::BitsOfFloat;
+using imagetest::FloatOfBits;
 
 namespace
 {
 
 using Bytes = std::vector<unsigned char>;
-
-float FloatOfBits(unsigned int bits)
-{
-    float value;
-    std::memcpy(&value, &bits, sizeof(value));
-    return value;
-}
-
-unsigned int BitsOfFloat(float value)
-{
-    unsigned int bits;
-    std::memcpy(&bits, &value, sizeof(bits));
-    return bits;
-}
 
 } // namespace
 

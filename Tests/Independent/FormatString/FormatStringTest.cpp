@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 
 #include "CountingText.h"
+#include "Support/IntLimits.h"
 
 using namespace formatstring;
 using namespace std::string_literals;
+using testsupport::HighestInt;
+using testsupport::LowestInt;
 
 namespace
 {
@@ -33,9 +36,6 @@ static_assert(Is<bool (*)(const std::string&, float&)>(&ScanFloat));
 static_assert(Is<std::string (*)(int)>(&ToString));
 static_assert(Is<std::string (*)(float)>(&ToString));
 static_assert(Is<std::string (*)(const std::string&)>(&ToString));
-
-constexpr int HighestInt = std::numeric_limits<int>::max();
-constexpr int LowestInt = std::numeric_limits<int>::min();
 
 /// A size that is too small for every text, passed where it must not be enforced.
 constexpr unsigned int TooSmall = 1;

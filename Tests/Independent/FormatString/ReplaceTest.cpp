@@ -121,10 +121,11 @@ TEST(Replace, TakesJustTheLeadBytesOfShiftJISForSuch)
     for (int byte = 0; byte < 256; ++byte)
     {
         const std::string character(1, static_cast<char>(byte));
-        const bool isLead = (0x81 <= byte && byte <= 0x9F) || (0xE0 <= byte && byte <= 0xEF);
         if (byte != '\\')
         {
-            EXPECT_EQ(character + (isLead ? "\\" : "/"), Replace(character + "\\", "\\", "/"))
+            EXPECT_EQ(
+                character + (IsLeadByte(character[0]) ? "\\" : "/"),
+                Replace(character + "\\", "\\", "/"))
                 << byte;
         }
     }

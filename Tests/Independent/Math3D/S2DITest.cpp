@@ -8,18 +8,13 @@
 
 #include "Independent/Math3D/ExactFloats.h"
 #include "Independent/Math3D/S2D.h"
+#include "Independent/Math3D/Wrap.h"
 
 using namespace mathtest;
 using math3d::S2DI;
 
 namespace
 {
-
-/// The low 32 bits of a number.
-int Wrap(std::int64_t value)
-{
-    return static_cast<int>(static_cast<std::uint32_t>(value));
-}
 
 S2DI WrapBoth(std::int64_t x, std::int64_t y)
 {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "Independent/Math3D/ExactFloats.h"
+#include "Independent/Math3D/Wrap.h"
 
 using namespace mathtest;
 using math3d::S2DI;
@@ -15,11 +16,6 @@ using math3d::SRect;
 
 namespace
 {
-
-int Wrap(std::int64_t value)
-{
-    return static_cast<int>(static_cast<std::uint32_t>(value));
-}
 
 /// The lower limit first, then the upper one.
 int LimitOneAxis(int value, int start, int length)

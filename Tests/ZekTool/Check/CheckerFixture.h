@@ -7,6 +7,7 @@
 
 #include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
+#include "Support/Variants.h"
 #include "ZekTool/Check/Checker.h"
 
 namespace testsupport
@@ -14,7 +15,6 @@ namespace testsupport
 
 using Lines = std::vector<std::string>;
 
-constexpr Flags None = {0, 0, 0, 0};
 constexpr Flags OnlyDXT = {0, 0, 0, 1};
 
 /// A model in a folder of its own, to be checked.
