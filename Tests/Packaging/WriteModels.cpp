@@ -3,7 +3,7 @@
 //     WriteModels FOLDER
 //
 // The folder must not exist. Of the models, 160 have a folder each (own/000 to own/159), and 40
-// share theirs with three others (shared/0 to shared/9). They are of versions 7 to 27 in turn.
+// share theirs with three others (shared/0 to shared/9). They are of every version in turn.
 
 #include <cstdio>
 #include <filesystem>
@@ -16,8 +16,7 @@
 namespace
 {
 
-constexpr int OldestVersion = 7;
-constexpr int VersionCount = 21;
+constexpr int VersionCount = testsupport::UnknownVersion - testsupport::OldestVersion + 1;
 constexpr int ModelCountWithOwnFolder = 160;
 constexpr int SharedFolderCount = 10;
 constexpr int ModelsPerSharedFolder = 4;
@@ -50,7 +49,8 @@ void WriteCubemap(const std::filesystem::path& folder, const std::string& probe)
 /// Writes a full model with some flags set already, for the program to take back or to keep.
 void WriteModel(const std::filesystem::path& path, int index)
 {
-    testsupport::SModel model = testsupport::MakeFullModel(OldestVersion + index % VersionCount);
+    testsupport::SModel model =
+        testsupport::MakeFullModel(testsupport::OldestVersion + index % VersionCount);
     model.textures[0].flags = {0, 0, 0, 1};
     model.textures[1].flags = {1, 0, 0, 0};
     model.nodes[0].name += std::to_string(index);

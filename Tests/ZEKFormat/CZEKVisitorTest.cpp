@@ -61,7 +61,7 @@ class VisitorOfVersion : public testing::TestWithParam<int>
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, VisitorOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
+    Version, VisitorOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
 
 } // namespace
 

@@ -15,7 +15,7 @@ class DescriptionOfVersion : public testing::TestWithParam<int>
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, DescriptionOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
+    Version, DescriptionOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
 
 } // namespace
 

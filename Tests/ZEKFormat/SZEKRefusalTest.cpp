@@ -114,7 +114,7 @@ class RefusalOfVersion : public testing::TestWithParam<int>
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, RefusalOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
+    Version, RefusalOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
 
 } // namespace
 

@@ -96,7 +96,7 @@ TEST(CZEKOverwriterTextureList, VersionOneBringsTheClamp)
 
 TEST(CZEKOverwriterTextureList, VersionFiveBringsTheFlags)
 {
-    for (int version : {5, 7, 21, 25, 26, UnknownVersion})
+    for (int version : {5, 7, 21, 25, 26})
         ExpectSizeOfOne(4 + 2 + 4 + 4, version);
 }
 

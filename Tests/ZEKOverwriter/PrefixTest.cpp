@@ -118,9 +118,8 @@ class SectionOfVersion : public testing::TestWithParam<int>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, FileOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
-INSTANTIATE_TEST_SUITE_P(ZeroTo27, SectionOfVersion, testing::Range(0, UnknownVersion + 1));
+INSTANTIATE_TEST_SUITE_P(Version, FileOfVersion, testing::Range(OldestVersion, UnknownVersion + 1));
+INSTANTIATE_TEST_SUITE_P(Version, SectionOfVersion, testing::Range(0, UnknownVersion + 1));
 
 } // namespace
 

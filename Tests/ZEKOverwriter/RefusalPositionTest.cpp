@@ -58,7 +58,7 @@ class RefusalPosition : public testing::TestWithParam<int>
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    SevenTo27, RefusalPosition, testing::Range(OldestVersion, UnknownVersion + 1));
+    Version, RefusalPosition, testing::Range(OldestVersion, UnknownVersion + 1));
 
 } // namespace
 
