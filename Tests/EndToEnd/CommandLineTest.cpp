@@ -40,6 +40,14 @@ TEST(CommandLine, MissingFileIsAnError)
     ExpectError(folder, "missing/model.zek");
 }
 
+TEST(CommandLine, ModelThatIsRefusedIsAnErrorAndPrintsNoCounts)
+{
+    Bytes cut = EmptyModel;
+    cut.pop_back();
+    ExpectErrorForModel(cut);
+    ExpectErrorForModel({});
+}
+
 TEST(CommandLine, EmptyPathIsAnError)
 {
     ExpectError(CTemporaryFolder(), "");

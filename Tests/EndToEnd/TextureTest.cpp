@@ -20,36 +20,6 @@ SModel MakeModelOfTextures(std::size_t count)
 
 } // namespace
 
-TEST(Textures, OnlyTheDxtVariantExists)
-{
-    const CTemporaryFolder folder;
-    folder.Write("tex_dxt/000.dds", "");
-    ExpectFlags(folder, MakeModelOfTextures(1), {{{0, 0, 0, 1}}, {}, {}});
-}
-
-TEST(Textures, EtcVariantWithTheExtensionOfDxtIsNotTaken)
-{
-    const CTemporaryFolder folder;
-    folder.Write("tex_etc/000.dds", "");
-    ExpectFlags(folder, MakeModelOfTextures(1), {{None}, {}, {}});
-}
-
-TEST(Textures, EleventhIsLookedForUnderThreeDigits)
-{
-    const CTemporaryFolder folder;
-    folder.Write("tex_pvrtc/010.pvr", "");
-    folder.Write("tex_etc/10.pvr", "");
-    SItemFlags flags;
-    flags.textures.assign(11, None);
-    flags.textures[10] = {1, 0, 0, 0};
-    ExpectFlags(folder, MakeModelOfTextures(11), flags);
-}
-
-TEST(Textures, NoTexturesAreFourZeros)
-{
-    ExpectFlags(CTemporaryFolder(), SModel(), {});
-}
-
 TEST(Textures, ThousandsOfTexturesAndProbesAndLightmapsInOneFile)
 {
     SModel model = MakeModelOfTextures(1235);
@@ -105,14 +75,6 @@ TEST(Textures, FileInTheFoldersPlaceMeansNoVariants)
 {
     const CTemporaryFolder folder;
     folder.Write("tex_astc", "");
-    ExpectFlags(folder, MakeModelOfTextures(1), {{None}, {}, {}});
-}
-
-TEST(Textures, LinkToNowhereIsNoVariant)
-{
-    const CTemporaryFolder folder;
-    folder.MakeFolder("tex_astc");
-    std::filesystem::create_symlink("nowhere", folder.GetPath("tex_astc/000.pvr"));
     ExpectFlags(folder, MakeModelOfTextures(1), {{None}, {}, {}});
 }
 

@@ -70,6 +70,17 @@ TEST(CZEKOverwriterLightmapList, CountOfThreeInVersionTwentyFiveHoldsNoRecords)
     EXPECT_EQ(12, Walk(AnalyseLightmapList, Extend(image, 100), 25));
 }
 
+TEST(CZEKOverwriterLightmapList, NegativeCountMeansNone)
+{
+    CModelBuilder builder(26);
+    for (int value : {-1, 1, 2})
+        builder.AddInt("lightmap count, switch, trailing int", value);
+    CZEKOverwriter overwriter;
+    WalkLightmaps(overwriter, builder.GetImage(), 26);
+    EXPECT_TRUE(overwriter.GetLightmapNameList().empty());
+    EXPECT_TRUE(overwriter.GetLightmapFlagQuadList().empty());
+}
+
 TEST(CZEKOverwriterLightmapList, HighestCountBelowVersionTwentySixIsAcceptedAtOnce)
 {
     for (int version : {7, 18, 25})
