@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Mark/CReplacementFile.h"
@@ -43,6 +44,13 @@ bool AppendName(std::string name, std::string& text)
     return name.empty() || (name.back() != '\\' && name.back() != ':');
 }
 
+/// Leaves of a path what stands up to and with its last separator.
+void CutToFolder(std::string& path)
+{
+    while (!path.empty() && !filesystem::IsSystemSeparator(path.back()))
+        path.pop_back();
+}
+
 /// Writes a file as a whole. Returns why it cannot be written, or nothing.
 std::string WriteFile(const std::string& path, const std::string& text)
 {
@@ -63,16 +71,18 @@ CDepfile::CDepfile(const std::string& modelFolder) : m_FolderLength(modelFolder.
 
 void CDepfile::AddVariant(const std::string& path)
 {
-    for (std::size_t i = m_FolderLength; i < path.size(); ++i)
+    // The separator stays, as an end of the name that needs no escape.
+    std::string folder = path;
+    CutToFolder(folder);
+    if (folder.size() <= m_FolderLength || !m_Asked.insert(folder).second)
+        return;
+    while (folder.size() > m_FolderLength && !filesystem::IsFolder(folder))
     {
-        if (!filesystem::IsSystemSeparator(path[i]))
-            continue;
-        // The separator stays, as an end of the name that needs no escape.
-        const std::string folder = path.substr(0, i + 1);
-        if (m_Folders.count(folder) != 0 || m_Absent.count(folder) != 0)
-            continue;
-        (filesystem::IsFolder(folder) ? m_Folders : m_Absent).insert(folder);
+        folder.pop_back();
+        CutToFolder(folder);
     }
+    if (folder.size() > m_FolderLength)
+        m_Folders.insert(std::move(folder));
 }
 
 bool CDepfile::Write(const std::string& path, const std::string& target, std::string& reason) const

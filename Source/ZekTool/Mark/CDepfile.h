@@ -14,7 +14,8 @@ public:
     /// For a model's folder, as `GetModelFolder` gives it, which is always named.
     explicit CDepfile(const std::string& modelFolder);
 
-    /// Adds those folders below the model's on the way to a variant that exist.
+    /// Adds the folder of a variant, or, while that is absent, the last folder on the way to it
+    /// that exists: the one that changes when the next comes.
     void AddVariant(const std::string& path);
 
     /// Writes the file, complete or not at all. The target is what the folders are named for. On
@@ -24,7 +25,7 @@ public:
 private:
     std::size_t m_FolderLength;
     std::set<std::string> m_Folders;
-    std::set<std::string> m_Absent; // looked for once
+    std::set<std::string> m_Asked; // folders of variants
 };
 
 } // namespace zektool

@@ -6,6 +6,7 @@
 
 #include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
+#include "Support/Heap.h"
 #include "Support/RunProgram.h"
 
 using testsupport::Bytes;
@@ -40,13 +41,27 @@ TEST_F(CDepfileTest, NamesTheModelsFolderAndThoseOfVariantsThatExist)
     const std::string folder = m_Folder.GetPath() + "/";
     CDepfile depfile(folder);
     for (const char* variant :
-         {"tex_dxt/000.dds", "tex_dxt/001.dds", "tex_pvrtc/000.pvr", "tex_etc/sub/a.pvr",
-          "tex_astc/000.pvr", "tex_reflection_cube_etc\\P\\reflection_cube_0.pvr"})
+         {"tex_dxt/000.dds", "tex_dxt/001.dds", "tex_dxt/absent/below/b.dds", "tex_pvrtc/000.pvr",
+          "tex_etc/sub/a.pvr", "tex_astc/000.pvr",
+          "tex_reflection_cube_etc\\P\\reflection_cube_0.pvr"})
         depfile.AddVariant(folder + variant);
     EXPECT_EQ(
         Write(depfile, "out.zek"), "out.zek: \\\n " + folder + " \\\n " + folder +
-                                       "tex_dxt/ \\\n " + folder + "tex_etc/ \\\n " + folder +
-                                       "tex_etc/sub/\n");
+                                       "tex_dxt/ \\\n " + folder + "tex_etc/sub/\n");
+}
+
+TEST_F(CDepfileTest, TakesNoMemoryForFoldersThatCannotBe)
+{
+    std::string name;
+    for (int i = 0; i < 100000; ++i)
+        name += "a/";
+    const std::string folder = m_Folder.GetPath() + "/";
+    CDepfile depfile(folder);
+    testsupport::ResetPeak();
+    const std::size_t before = testsupport::GetLiveBytes();
+    depfile.AddVariant(folder + name + "b.pvr");
+    EXPECT_LE(testsupport::GetPeakBytes() - before, 8 * name.size());
+    EXPECT_EQ(Write(depfile, "out.zek"), "out.zek: \\\n " + folder + "\n");
 }
 
 TEST_F(CDepfileTest, AModelWithoutAFolderStandsInTheWorkingFolder)
