@@ -182,19 +182,21 @@ const std::vector<SFilling>& GetFillings()
         {"nodes without names", 7, [](SModel& model, int n) { Repeat(model.nodes, n, SNode{""}); }},
         {"materials without names", 7,
          [](SModel& model, int n) { Repeat(model.materials, n, SMaterial{""}); }},
+        // All of their flags are wrong, for which a check has four findings.
         {"the name of a texture", 26,
          [](SModel& model, int n) {
-             Repeat(model.textures, 1, STexture{std::string(std::size_t(n), 'n'), 0, {}});
+             Repeat(model.textures, 1, STexture{std::string(std::size_t(n), 'n'), 0, {2, 2, 2, 2}});
          }},
         {"the name of a lightmap", 26,
          [](SModel& model, int n) {
-             Repeat(model.lightmaps, 1, SLightmap{std::string(std::size_t(n), 'n'), {}});
+             Repeat(model.lightmaps, 1, SLightmap{std::string(std::size_t(n), 'n'), {2, 2, 2, 2}});
          }},
         {"the name of a probe", 26,
          [](SModel& model, int n)
          {
              model.probes.resize(1);
              model.probes[0].name.assign(std::size_t(n), 'n');
+             model.probes[0].flags = {2, 2, 2, 2};
          }},
         {"bytes after the last section", 26,
          [](SModel& model, int n) { model.tail.assign(std::size_t(n), 't'); }},

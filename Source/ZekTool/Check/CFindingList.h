@@ -59,6 +59,7 @@ public:
         if (list.size() >= m_Options.maxFindings || m_Options.countedOnly.count(finding) != 0)
             return;
         SFinding made = make();
+        made.location.name = MakeTold(made.location.name);
         made.finding = finding;
         made.severity = severity;
         list.push_back(std::move(made));

@@ -64,10 +64,10 @@ void CVariantCheck::Add(
             SFinding made;
             made.location.section = GetSection(item.variant.kind);
             made.location.index = item.index;
-            made.location.name = item.surveyed.name;
+            made.location.name = MakeTold(item.surveyed.name);
             made.location.field = "flags[" + std::to_string(family) + "]";
             made.location.offset = item.surveyed.flagsOffset + static_cast<std::int64_t>(family);
-            made.path = file.finder->GetPath(item.variant, family, file.number);
+            made.path = MakeTold(file.finder->GetPath(item.variant, family, file.number));
             made.message = makeMessage(made.path);
             return made;
         });

@@ -3,6 +3,20 @@
 namespace zektool
 {
 
+namespace
+{
+
+constexpr std::size_t LongestTold = 32768;
+
+} // namespace
+
+std::string MakeTold(std::string_view name)
+{
+    if (name.size() <= LongestTold)
+        return std::string(name);
+    return std::string(name.substr(0, LongestTold)) + "...";
+}
+
 std::string SFinding::GetText() const
 {
     const SFindingKind& kind = GetFindingKind(finding);

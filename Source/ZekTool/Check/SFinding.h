@@ -1,12 +1,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "ZEKFormat/SZEKLocation.h"
 #include "ZekTool/Check/FindingKind.h"
 
 namespace zektool
 {
+
+/// Returns a name or path as a finding tells it: whole, unless it is longer than any path that a
+/// system opens. A model may have one of megabytes, and a hundred findings about it.
+std::string MakeTold(std::string_view name);
 
 /// Something that a check found.
 struct SFinding
