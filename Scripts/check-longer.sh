@@ -16,7 +16,8 @@ check "tests, clang++" Scripts/test.sh --preset test-clang
 # The same twice, some times slower.
 check "sanitizers, g++" Scripts/test.sh --preset sanitize
 check "sanitizers, clang++" Scripts/test.sh --preset sanitize-clang
-# Six builds and runs of the tests that hold the format's descriptions to each other.
+# The whole build and all tests, and five times those that hold the format's descriptions to each
+# other.
 check "recipe" Scripts/check-recipe.sh
 # The whole build, and all tests many times slower.
 check "memcheck" Scripts/test-valgrind.sh

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Follows the recipe of Documents/Architecture.md for a field that a new version brings, in a copy of
-# the sources: with the whole patch that is kept for it the tests must pass that hold the format's
-# descriptions to each other, and without its change of any one file they must not.
+# the sources: with the whole patch that is kept for it all tests must pass, and without its change of
+# any one file those that hold the format's descriptions to each other must not.
 #
 #     Scripts/check-recipe.sh
 set -euo pipefail
@@ -35,8 +35,9 @@ git -C "$copy" reset -q --hard FETCH_HEAD
 git diff --binary HEAD | git -C "$copy" apply --allow-empty
 git -C "$copy" apply "$patch"
 quietly cmake -S "$copy" --preset test -B "$copy/build/test"
-quietly build_and_test
-echo "built and tested"
+quietly cmake --build "$copy/build/test"
+quietly ctest --test-dir "$copy/build/test" --parallel "$(nproc)" --output-on-failure
+echo "built, and all tests passed"
 
 for file in "${files[@]}"; do
     say "Without its change of $file"
