@@ -128,12 +128,15 @@ bool CMarker::Mark()
     return Write();
 }
 
-/// What is held of the file is gone at the end.
+/// What is held of the file is gone at the end, and the items of one that is refused.
 bool CMarker::Walk()
 {
     zek::CZEKFileSource source(m_File);
     zek::CZEKWalk<zek::CZEKFileSource, CMarkSink> walk(source, m_Sink);
-    return zek::WalkFile(walk);
+    if (zek::WalkFile(walk))
+        return true;
+    m_Result.items.clear();
+    return false;
 }
 
 void CMarker::FindVariants()

@@ -45,7 +45,8 @@ struct SMarkResult
     int version = 0;
     bool isMarkerSet = false;     ///< the processed marker differed, ...
     unsigned char markerFrom = 0; ///< ... was this, and is to be 1
-    std::deque<SMarkItem> items;  ///< in file order, also those of which no flag differs
+    std::deque<SMarkItem> items;  ///< in file order, also those of which no flag differs; none of a
+                                  ///< model that is refused
     CNamePool names;              ///< of the items
     VariantCounts counts = {};
 };

@@ -101,6 +101,18 @@ protected:
 
 } // namespace
 
+TEST_F(CMarkerTest, TellsNoItemsOfAModelThatIsRefused)
+{
+    SModel model = MakeModelOfTwoTextures();
+    model.textures[0].flags = {1, 1, 1, 1};
+    const CModelBuilder builder = CModelBuilder::Build(model);
+    const Bytes& image = builder.GetImage();
+    m_Folder.Write("model.zek", Bytes(image.begin(), image.end() - 1));
+    const SMarkResult result = MarkModel();
+    EXPECT_EQ(result.outcome, SMarkResult::Failed);
+    EXPECT_TRUE(result.items.empty());
+}
+
 TEST_F(CMarkerTest, SetsFlagsAndMarkerAndTellsEachItemThatChanged)
 {
     const CModelBuilder builder = Write(MakeModelOfTwoTextures());
