@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compares what every command prints with the files in Golden. With --update it writes them.
 
-The models are those of WriteModels: versions 7 to 27, some of them marked wrongly.
+The models are those of WriteModels: every version, some of them marked wrongly.
 """
 
 import difflib
