@@ -1,6 +1,9 @@
 #include "ZekTool/Mark/CReplacementFile.h"
 
-#include <random>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <thread>
 #include <utility>
 
 #include "Specific/FileSystem/SystemFiles.h"
@@ -9,6 +12,20 @@ namespace zektool
 {
 
 using filesystem::EPathKind;
+
+namespace
+{
+
+/// Returns a number that nobody else is likely to take now. That it is random is not needed, and
+/// there are C libraries that end the program where the system gives no random number.
+std::uint64_t MakeNumber()
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    const std::size_t thread = std::hash<std::thread::id>()(std::this_thread::get_id());
+    return static_cast<std::uint64_t>(now) ^ thread;
+}
+
+} // namespace
 
 CReplacementFile::CReplacementFile(std::string path) : m_Path(std::move(path)) {}
 
@@ -32,10 +49,10 @@ bool CReplacementFile::Create()
 
     // A number that is taken, by a run that was killed or another that goes on, is rare.
     constexpr int mostAttempts = 100;
-    std::random_device random;
-    for (int i = 0; i < mostAttempts; ++i)
+    const std::uint64_t number = MakeNumber();
+    for (std::uint64_t i = 0; i < mostAttempts; ++i)
     {
-        const std::string name = ".zek-" + std::to_string(random());
+        const std::string name = ".zek-" + std::to_string(number + i);
         const std::string path = m_Path.substr(0, filesystem::GetNameStart(m_Path)) + name;
         if (m_File.Create(path))
         {
