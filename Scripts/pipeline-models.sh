@@ -13,7 +13,7 @@ export PATH="$PWD/build/test:$PATH"
 # Nothing of these is to be executed: a command that is would write $PWNED.
 export PWNED=$scratch/PWNED
 good=('plain' 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' "it's" 'a;touch $PWNED'
-    'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' '-dash' '日本語' $'\xff\xfe')
+    'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' '-dash' '日本語' $'\xff\xfe' 'link')
 bad=('broken' 'empty' 'read-only')
 # As the reasons are given, in the order of the bad ones.
 reasons=('text without an end' 'the file is empty' 'Permission denied')
@@ -27,6 +27,8 @@ mkdir "$scratch/models"
 for name in "${good[@]}" "${bad[@]}"; do
     cp -r "$sample" "$scratch/models/$name"
 done
+mv "$scratch/models/link/model.zek" "$scratch/models/link/linked"
+ln -s linked "$scratch/models/link/model.zek"
 truncate -s 20 "$scratch/models/broken/model.zek"
 truncate -s 0 "$scratch/models/empty/model.zek"
 chmod a-w "$scratch/models/read-only/model.zek"

@@ -30,7 +30,7 @@ machines=${1-}
 options=("$@")
 
 status=0
-find "$folder" -type f -name '*.zek' -print0 >"$work/models" || status=1
+find -H "$folder" ! -type d -name '*.zek' -print0 >"$work/models" || status=1
 [ -s "$work/models" ] || { echo "no models below $folder" >&2; exit 2; }
 split -t '\0' -l "${SLICE:-1000}" -d -a 6 "$work/models" "$work/slice."
 
