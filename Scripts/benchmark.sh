@@ -191,6 +191,9 @@ for command in mark check; do
         "$scratch/zek" $command --files0-from "$list" \
         against "$scratch/FloorZek" $command "$list" "$(nproc)"
 done
+compare "zek report, $models models of 2 textures" "" "$runs" \
+    "$scratch/zek" report -o "$scratch/report.html" --files0-from "$list" \
+    against "$scratch/FloorZek" check "$list" "$(nproc)"
 
 begin_table threads "zek on $models models, against one thread ($(nproc) processors)"
 for command in mark check; do
