@@ -12,7 +12,8 @@ constexpr int StandardInput = 0;
 constexpr int StandardOutput = 1;
 constexpr int StandardError = 2;
 
-/// Has the standard streams pass every byte as it is, and a closed pipe be an error of writing.
+/// Has the standard streams pass every byte as it is, and a closed pipe be an error of writing. One
+/// that is closed itself stays so, and its number is given to no file.
 void PrepareStandardStreams();
 
 /// Opens a file for reading. Returns -1 when it cannot be opened.

@@ -23,10 +23,21 @@ void WaitForRoom(int descriptor)
     poll(&request, 1, withoutEnd);
 }
 
+/// Takes the place of a standard stream that is closed, so that no file that is opened gets its
+/// number: output would be written into a model. What is written there, or read, goes on failing.
+void KeepClosed(int descriptor)
+{
+    if (fcntl(descriptor, F_GETFD) < 0)
+        open("/dev/null", descriptor == StandardInput ? O_WRONLY : O_RDONLY);
+}
+
 } // namespace
 
 void PrepareStandardStreams()
 {
+    // In this order: each opens the lowest that is closed.
+    for (int descriptor : {StandardInput, StandardOutput, StandardError})
+        KeepClosed(descriptor);
     std::signal(SIGPIPE, SIG_IGN);
 }
 

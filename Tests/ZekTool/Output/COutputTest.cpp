@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "ZekTool/Output/Descriptor.h"
+
 namespace
 {
 
@@ -40,6 +42,22 @@ std::string ReadUntil(int descriptor, std::size_t size)
         all.append(bytes.data(), static_cast<std::size_t>(count));
     }
     return all;
+}
+
+TEST(StandardStreams, ThatAreClosedStaySoAndGiveTheirNumbersToNoFile)
+{
+    EXPECT_EXIT(
+        {
+            for (int descriptor : {0, 1, 2})
+                close(descriptor);
+            zektool::PrepareStandardStreams();
+            const int file = open("/dev/zero", O_RDWR);
+            char byte = 0;
+            const bool isSafe = file > 2 && read(0, &byte, 1) < 0 && write(1, &byte, 1) < 0 &&
+                                write(2, &byte, 1) < 0;
+            _exit(isSafe ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(COutput, WhatIsWrittenComesWithAFlush)
