@@ -27,19 +27,16 @@ std::string MakeSmall(std::string_view name)
     return small;
 }
 
-/// Returns the names of a folder's entries in byte order; none of a folder that cannot be read.
-std::vector<std::string> ListFolder(const std::string& folder)
+struct SName
 {
-    std::vector<std::string> names;
-    filesystem::ReadFolder(
-        folder,
-        [&](const SFolderEntry& entry)
-        {
-            names.push_back(entry.name);
-            return true;
-        });
-    std::sort(names.begin(), names.end());
-    return names;
+    std::string_view stem;
+    std::string_view extension; ///< without its dot
+};
+
+SName SplitName(std::string_view name)
+{
+    const std::size_t dot = std::min(name.rfind('.'), name.size());
+    return {name.substr(0, dot), dot < name.size() ? name.substr(dot + 1) : ""};
 }
 
 bool IsVariantExtension(const std::string& extension)
@@ -77,34 +74,53 @@ CVariantFolderCheck::CVariantFolderCheck(
 void CVariantFolderCheck::Check()
 {
     for (std::size_t family = 0; family < zek::CompressionFamilies.size(); ++family)
-        CheckFolder(family);
-    if (m_Unused.empty() || HasOtherModel())
-        return;
+    {
+        if (!CheckFolder(family))
+            return;
+    }
     for (const std::string& name : m_Unused)
         AddUnused(name, m_Folder + name);
 }
 
-void CVariantFolderCheck::CheckFolder(std::size_t family)
+bool CVariantFolderCheck::CheckFolder(std::size_t family)
 {
     const std::string folder = std::string(zek::CompressionFamilies[family].textureFolder) + "/";
-    const std::string_view ownExtension = zek::CompressionFamilies[family].extension;
-    for (const std::string& name : ListFolder(m_Folder + folder))
+    std::vector<std::string> names;
+    filesystem::ReadFolder(
+        m_Folder + folder,
+        [&](const SFolderEntry& entry)
+        {
+            if (IsOfNoItem(entry.name, family))
+                names.push_back(entry.name);
+            return names.empty() || !HasOtherModel();
+        });
+    if (!names.empty() && HasOtherModel())
+        return false;
+
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names)
     {
-        const std::size_t dot = std::min(name.rfind('.'), name.size());
-        const std::string_view stem = std::string_view(name).substr(0, dot);
-        const std::string_view extension =
-            dot < name.size() ? std::string_view(name).substr(dot + 1) : "";
-        const std::string smallExtension = MakeSmall(extension);
-        if (!IsVariantExtension(smallExtension))
-            continue;
-        if (extension == ownExtension && (m_Stems.Has(stem) || IsNumbered(stem)))
-            continue;
-        if (smallExtension == ownExtension &&
-            (m_Stems.HasInAnyCase(stem) || IsNumbered(MakeSmall(stem))))
+        if (DiffersInCase(name, family))
             AddCase(folder + name, m_Folder + folder + name);
         else
             m_Unused.push_back(folder + name);
     }
+    return true;
+}
+
+bool CVariantFolderCheck::IsOfNoItem(std::string_view name, std::size_t family) const
+{
+    const auto [stem, extension] = SplitName(name);
+    if (extension == zek::CompressionFamilies[family].extension)
+        return !m_Stems.Has(stem) && !IsNumbered(stem);
+    return IsVariantExtension(MakeSmall(extension));
+}
+
+bool CVariantFolderCheck::DiffersInCase(std::string_view name, std::size_t family) const
+{
+    const auto [stem, extension] = SplitName(name);
+    return MakeSmall(extension) == zek::CompressionFamilies[family].extension &&
+           (m_Stems.HasInAnyCase(stem) || IsNumbered(stem));
 }
 
 bool CVariantFolderCheck::IsNumbered(std::string_view stem) const
@@ -146,8 +162,10 @@ void CVariantFolderCheck::AddUnused(const std::string& name, const std::string& 
         });
 }
 
-bool CVariantFolderCheck::HasOtherModel() const
+bool CVariantFolderCheck::HasOtherModel()
 {
+    if (m_HasOtherModel)
+        return *m_HasOtherModel;
     const std::string model = m_ModelPath.substr(filesystem::GetNameStart(m_ModelPath));
     const std::string extension = filesystem::GetExtension(model);
     bool hasOther = false;
@@ -159,6 +177,7 @@ bool CVariantFolderCheck::HasOtherModel() const
                        filesystem::GetExtension(entry.name) == extension;
             return !hasOther;
         });
+    m_HasOtherModel = hasOther;
     return hasOther;
 }
 

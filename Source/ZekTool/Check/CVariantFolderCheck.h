@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,8 @@ namespace zektool
 {
 
 /// Looks through the folders of texture and lightmap variants for files that are not taken for any
-/// item of a model.
+/// item of a model. It does not where another model lies beside it: they may be that one's, and to
+/// list all of them for each of its models would take the square of their number.
 class CVariantFolderCheck
 {
 public:
@@ -28,7 +30,14 @@ public:
     void Check();
 
 private:
-    void CheckFolder(std::size_t family);
+    /// Returns false where what lies there may be another model's.
+    bool CheckFolder(std::size_t family);
+
+    /// Tells whether a file is a variant, by its extension, that is not looked for.
+    bool IsOfNoItem(std::string_view name, std::size_t family) const;
+
+    /// Tells whether such a file would be looked for if its letters were small, or capital.
+    bool DiffersInCase(std::string_view name, std::size_t family) const;
 
     /// Tells whether the name of a variant without its extension is that of a texture, or of a
     /// lightmap without a record.
@@ -38,14 +47,15 @@ private:
     void AddUnused(const std::string& name, const std::string& path);
 
     /// Tells whether variants beside the model may be those of another.
-    bool HasOtherModel() const;
+    bool HasOtherModel();
 
     std::string m_ModelPath;
     std::string m_Folder;
     const SSurvey& m_Survey;
     const CLightmapStems& m_Stems;
     CFindingList& m_Findings;
-    std::vector<std::string> m_Unused; // paths from the model's folder on
+    std::vector<std::string> m_Unused;   // paths from the model's folder on
+    std::optional<bool> m_HasOtherModel; // once it has been asked
 };
 
 /// Finds lightmaps whose variants have the same names.

@@ -75,7 +75,9 @@ constexpr FindingKinds Kinds = {{
      "give --cubemap-folders, or rename the files"},
     {E::VariantNameCase, "variant-name-case", warning,
      "a variant's name differs in capital letters",
-     "Where the file system tells capital letters from small ones, the file is not found.",
+     "Where the file system tells capital letters from small ones, the file is not found. Where "
+     "other models lie in the same folder this is not looked for, since the variant may be one of "
+     "theirs.",
      "rename the file"},
     {E::EmptyVariant, "empty-variant", warning, "a variant is an empty file",
      "It counts as there, since only its existence is looked at, but cannot be used.",
