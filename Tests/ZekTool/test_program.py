@@ -5,6 +5,7 @@ Ctrl-C."""
 import base64
 import os
 import pty
+import resource
 import select
 import signal
 import subprocess
@@ -185,7 +186,16 @@ class Lists(ProgramTest):
     def test_one_that_is_empty_or_not_there_is_wrong_usage(self):
         self.assertEqual(2, run("info", "--files0-from", "-", input=b"").returncode)
         self.assertEqual(2, run("info", "--files0-from", self.folder + "/none").returncode)
-        self.assertEqual(1, run("info", "--files0-from", self.folder).returncode)
+        result = run("info", "--files0-from", self.folder)
+        self.assertEqual(2, result.returncode)
+        self.assertIn(b"it has to be a file of paths, each ended by a zero byte", result.stderr)
+
+    def test_what_is_not_there_is_a_finding_of_a_check(self):
+        for words, errors in (([], 1), (["--ignore", "cannot-open"], 0)):
+            result = run("check", "--json", *words, "--files0-from", "-", input=b"none", cwd=self.folder)
+            (model,) = read_json("check", result.stdout)
+            self.assertEqual((errors, errors), (result.returncode, model["errors"]))
+            self.assertEqual(["cannot-open"] * errors, [f["code"] for f in model["findings"]])
 
     def test_results_come_before_the_list_ends(self):
         process = start("info", "--files0-from", "-", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
@@ -194,6 +204,18 @@ class Lists(ProgramTest):
         self.assertTrue(process.stdout.readline())
         process.communicate(timeout=60)
         self.assertEqual(0, process.returncode)
+
+
+class Threads(ProgramTest):
+    def test_are_as_many_as_there_is_room_for(self):
+        def limit():
+            resource.setrlimit(resource.RLIMIT_AS, (300_000_000, 300_000_000))
+
+        if run("--version", preexec_fn=limit).returncode != 0:
+            self.skipTest("the program takes more memory, as it does with a sanitizer")
+        result = run("info", "-j", "200", self.write_many(300), preexec_fn=limit)
+        self.assertEqual((0, b""), (result.returncode, result.stderr))
+        self.assertIn(b"300 models: 300 shown, 0 failed", result.stdout)
 
 
 class Outputs(ProgramTest):
@@ -275,6 +297,41 @@ class Models(ProgramTest):
             self.assertIn(b"the model itself", result.stdout)
         self.assertEqual(make_model(), self.read(self.folder + "/a/1.zek"))
 
+    def test_do_not_lie_where_the_next_run_looks_for_models(self):
+        self.write(b"in/1.zek")
+        for words in (["in", "-o", "in/out"], ["in", "-o", "in"], [".", "-o", "out"], ["in", "-o", "./in/a/b"]):
+            result = run("mark", *words, cwd=self.folder)
+            self.assertEqual(2, result.returncode, words)
+            self.assertIn(b"name a folder outside", result.stderr)
+            self.assertEqual(["1.zek"], os.listdir(self.folder + "/in"))
+        self.assertEqual(make_model(), self.read(self.folder + "/in/1.zek"))
+
+    def test_of_several_models_go_to_a_folder(self):
+        for name in (b"1.zek", b"2.zek", b"out"):
+            self.write(name)
+        result = run("mark", "1.zek", "2.zek", "-o", "out", cwd=self.folder)
+        self.assertEqual(2, result.returncode)
+        self.assertIn(b"out is a file", result.stderr)
+        self.assertEqual(make_model(), self.read(self.folder + "/out"))
+
+    def test_an_option_whose_value_is_empty_is_wrong_usage(self):
+        path = self.write(b"1.zek")
+        for words in (["mark", "-o", ""], ["mark", "--output="], ["mark", "--depfile", ""],
+                      ["check", "--explain", ""], ["info", "--files0-from", ""], ["report", "-o", ""]):  # fmt: skip
+            result = run(*words, "1.zek", cwd=self.folder)
+            self.assertEqual(2, result.returncode, words)
+            self.assertIn(b"its value is empty", result.stderr)
+        self.assertEqual((make_model(), ["1.zek"]), (self.read(path), os.listdir(self.folder)))
+
+    def test_and_depfiles_are_different_files(self):
+        path = self.write(b"1.zek")
+        os.link(path, self.folder + "/link.zek")
+        for words in (["--depfile", "1.zek"], ["--depfile", "./link.zek"], ["-o", "x", "--depfile", "x"]):
+            result = run("mark", *words, "1.zek", cwd=self.folder)
+            self.assertEqual(1, result.returncode, words)
+            self.assertIn(b"the depfile is the model or its output", result.stdout)
+            self.assertEqual(make_model(), self.read(path))
+
     def test_a_dry_run_writes_nothing_anywhere(self):
         self.write(b"in/1.zek")
         for words in (["in"], ["in", "-o", "out"], ["in/1.zek", "--depfile", "1.d"]):
@@ -335,6 +392,11 @@ class Reports(ProgramTest):
                 run("report", *words, "-j", threads, "-o", "out", "many", "models", cwd=self.folder)
                 reports.add(self.read(self.folder + "/out"))
             self.assertEqual(1, len(reports))
+
+    def test_do_not_replace_a_model(self):
+        result = self.report("-o", "models/a.zek")
+        self.assertEqual(2, result.returncode)
+        self.assertEqual(make_model(flags=b"\1\0\0\0"), self.read(self.folder + "/models/a.zek"))
 
     def test_leave_what_stood_there_when_they_fail(self):
         self.write(b"out", b"before")

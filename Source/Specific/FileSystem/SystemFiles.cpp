@@ -26,4 +26,21 @@ std::string GetExtension(const std::string& name)
     return dot == std::string::npos || dot == 0 || name == ".." ? "" : name.substr(dot);
 }
 
+bool IsInFolder(const std::string& path, const std::string& folder)
+{
+    std::string place = path;
+    while (!place.empty() && !IsFolder(place))
+        place = GetFolder(place);
+    if (place.empty())
+        place = ".";
+    while (IsFolder(place) && !IsSameFile(place, folder))
+    {
+        const std::string above = place + "/..";
+        if (IsSameFile(place, above))
+            return false;
+        place = above;
+    }
+    return IsFolder(place);
+}
+
 } // namespace filesystem

@@ -66,6 +66,9 @@ inline bool IsFolder(const std::string& path)
 /// Tells whether two paths lead to one file or folder.
 bool IsSameFile(const std::string& path, const std::string& other);
 
+/// Tells whether a path leads to a folder or to something below it, or would if it existed.
+bool IsInFolder(const std::string& path, const std::string& folder);
+
 /// Replaces a path by one without links. Returns the error.
 std::string ResolveLinks(std::string& path);
 

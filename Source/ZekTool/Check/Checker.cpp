@@ -199,13 +199,19 @@ void CheckFile(
 
 SCheckResult Check(const std::string& path, const SCheckOptions& options)
 {
-    CFindingList findings(options);
     filesystem::CRandomAccessFile file;
     const std::string whyNot = OpenModel(path, file);
-    if (whyNot.empty())
-        CheckFile(path, file, options, findings);
-    else
-        findings.Add(EFinding::CannotOpen, [&] { return MakeModelFinding(whyNot); });
+    if (!whyNot.empty())
+        return MakeFailedCheck(whyNot, options);
+    CFindingList findings(options);
+    CheckFile(path, file, options, findings);
+    return findings.TakeResult();
+}
+
+SCheckResult MakeFailedCheck(const std::string& reason, const SCheckOptions& options)
+{
+    CFindingList findings(options);
+    findings.Add(EFinding::CannotOpen, [&] { return MakeModelFinding(reason); });
     return findings.TakeResult();
 }
 

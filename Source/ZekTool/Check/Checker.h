@@ -15,4 +15,7 @@ namespace zektool
 /// their parents, these too.
 SCheckResult Check(const std::string& path, const SCheckOptions& options);
 
+/// Returns what is said of a model that cannot be checked, for a reason.
+SCheckResult MakeFailedCheck(const std::string& reason, const SCheckOptions& options);
+
 } // namespace zektool

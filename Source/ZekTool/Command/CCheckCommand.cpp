@@ -97,7 +97,11 @@ CCheckCommand::CCheckCommand(const SCommandLine& line) : m_IsJson(line.isJson)
 
 SResult CCheckCommand::Run(const SModelPath& model)
 {
-    const SCheckResult result = Check(model.path, m_Options);
+    return Tell(model, Check(model.path, m_Options));
+}
+
+SResult CCheckCommand::Tell(const SModelPath& model, const SCheckResult& result)
+{
     m_ErrorCount += result.errorCount;
     m_WarningCount += result.warningCount;
     return {
@@ -105,9 +109,11 @@ SResult CCheckCommand::Run(const SModelPath& model)
         m_IsJson ? MakeJson(model, result) : MakeText(model, result)};
 }
 
-SResult CCheckCommand::MakeFailure(
-    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+SResult
+CCheckCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
 {
+    if (outcome == EOutcome::Failed)
+        return Tell(model, MakeFailedCheck(reason, m_Options));
     return {
         outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
                           : MakeFailureLine(model.path, outcome, reason)};

@@ -18,11 +18,13 @@ public:
     explicit CCheckCommand(const SCommandLine& line);
 
     SResult Run(const SModelPath& model) override;
-    SResult MakeFailure(
-        const SModelPath& model, EOutcome outcome, const std::string& reason) const override;
+    SResult
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
 private:
+    SResult Tell(const SModelPath& model, const SCheckResult& result);
+
     SCheckOptions m_Options;
     bool m_IsJson;
     std::atomic<std::size_t> m_ErrorCount{0};

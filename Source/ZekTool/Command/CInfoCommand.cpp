@@ -64,8 +64,8 @@ SResult CInfoCommand::Run(const SModelPath& model)
     return {EOutcome::Well, m_IsJson ? MakeJson(model, info) : MakeText(model, info)};
 }
 
-SResult CInfoCommand::MakeFailure(
-    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+SResult
+CInfoCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
 {
     return {
         outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)

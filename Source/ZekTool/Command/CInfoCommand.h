@@ -13,8 +13,8 @@ public:
     explicit CInfoCommand(bool isJson) : m_IsJson(isJson) {}
 
     SResult Run(const SModelPath& model) override;
-    SResult MakeFailure(
-        const SModelPath& model, EOutcome outcome, const std::string& reason) const override;
+    SResult
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
 private:

@@ -11,6 +11,8 @@
 namespace zektool
 {
 
+using filesystem::EPathKind;
+
 namespace
 {
 
@@ -51,8 +53,20 @@ std::string MakeChangeCount(const SMarkResult& result)
            (result.isMarkerSet ? " and the processed marker" : "");
 }
 
-void CheckNames(const CModelList& models)
+/// Refuses outputs that would go over each other, or be models themselves the next time.
+void CheckOutputFolder(const SCommandLine& line, const CModelList& models)
 {
+    if (models.IsSeveral() && filesystem::GetPathStatus(line.outputPath).kind == EPathKind::File)
+        throw CUsageError(
+            MakeShowable(line.outputPath) +
+            " is a file, and there may be several models; name a folder");
+    for (const std::string& path : line.paths)
+    {
+        if (filesystem::IsFolder(path) && filesystem::IsInFolder(line.outputPath, path))
+            throw CUsageError(
+                "the output would lie in " + MakeShowable(path) +
+                ", where the next run takes it for models; name a folder outside");
+    }
     if (const std::optional<std::string> name = models.FindRepeatedName())
         throw CUsageError(
             "several models would be written to " + MakeShowable(*name) +
@@ -107,7 +121,7 @@ CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
         (models.IsSeveral() || filesystem::IsSystemSeparator(line.outputPath.back()) ||
          filesystem::IsFolder(line.outputPath));
     if (m_IsOutputFolder)
-        CheckNames(models);
+        CheckOutputFolder(line, models);
 }
 
 SResult CMarkCommand::Run(const SModelPath& model)
@@ -128,8 +142,8 @@ SResult CMarkCommand::Run(const SModelPath& model)
         m_IsJson ? MakeJson(model, options.outputPath, result) : MakeText(model, result)};
 }
 
-SResult CMarkCommand::MakeFailure(
-    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+SResult
+CMarkCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
 {
     return {
         outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)

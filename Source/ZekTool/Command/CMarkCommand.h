@@ -19,8 +19,8 @@ public:
     CMarkCommand(const SCommandLine& line, const CModelList& models);
 
     SResult Run(const SModelPath& model) override;
-    SResult MakeFailure(
-        const SModelPath& model, EOutcome outcome, const std::string& reason) const override;
+    SResult
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
 private:

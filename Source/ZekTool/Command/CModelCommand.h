@@ -26,7 +26,7 @@ public:
 
     /// Returns the result of a model that it could not be done to, or was not.
     virtual SResult
-    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) const = 0;
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) = 0;
 
     /// Returns what came of the models, in a few words.
     virtual std::string MakeSummary(const STally& tally) const = 0;

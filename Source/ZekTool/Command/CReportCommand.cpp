@@ -23,8 +23,8 @@ SResult CReportCommand::Run(const SModelPath& model)
     return Take(model, report, report.IsRefused() ? EOutcome::Failed : EOutcome::Well);
 }
 
-SResult CReportCommand::MakeFailure(
-    const SModelPath& model, EOutcome outcome, const std::string& reason) const
+SResult
+CReportCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
 {
     if (outcome == EOutcome::NotDone)
         return {outcome, m_Line.isJson ? MakeFailureJson(model.path, outcome, reason) : ""};

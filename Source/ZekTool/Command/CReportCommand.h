@@ -18,8 +18,8 @@ public:
     explicit CReportCommand(const SCommandLine& line);
 
     SResult Run(const SModelPath& model) override;
-    SResult MakeFailure(
-        const SModelPath& model, EOutcome outcome, const std::string& reason) const override;
+    SResult
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
     /// Writes what comes before the results.

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
-#include <thread>
 #include <utility>
-#include <vector>
 
 #include "ZekTool/Output/Interrupt.h"
 #include "ZekTool/Output/Text.h"
@@ -28,9 +26,7 @@ STally CRunner::Run(std::size_t threadCount)
         threadCount = std::min(threadCount, m_Models.GetTotal());
     m_MostSlots = threadCount * SlotsPerThread;
     m_WorkerCount = threadCount;
-    std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < threadCount; ++i)
-        threads.emplace_back([this] { Work(); });
+    std::vector<std::thread> threads = StartThreads(threadCount);
     WaitForWorkers();
     for (std::thread& thread : threads)
         thread.join();
@@ -38,6 +34,26 @@ STally CRunner::Run(std::size_t threadCount)
     m_Progress.Clear();
     m_Output.Flush();
     return m_Tally;
+}
+
+/// Starts the threads, or as many of them as the system has room for.
+std::vector<std::thread> CRunner::StartThreads(std::size_t count)
+{
+    std::vector<std::thread> threads;
+    threads.reserve(count);
+    try
+    {
+        while (threads.size() < count)
+            threads.emplace_back([this] { Work(); });
+    }
+    catch (const std::exception&)
+    {
+        if (threads.empty())
+            throw;
+        const std::lock_guard lock(m_Mutex);
+        m_WorkerCount -= count - threads.size();
+    }
+    return threads;
 }
 
 void CRunner::Work()

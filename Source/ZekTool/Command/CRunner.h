@@ -7,6 +7,8 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "ZekTool/Command/CModelCommand.h"
 #include "ZekTool/Models/CModelList.h"
@@ -43,6 +45,7 @@ private:
         std::optional<SResult> result; ///< once it is done
     };
 
+    std::vector<std::thread> StartThreads(std::size_t count);
     void Work();
     SSlot* TakeModel();
     bool IsRoom() const;

@@ -6,6 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "ZekTool/Output/Text.h"
+
 namespace zektool
 {
 
@@ -50,13 +52,35 @@ void AddRepeatable(
     app.add_option(name, values, help)->expected(1)->take_all()->allow_extra_args(false);
 }
 
+constexpr const char* EmptyValue = "its value is empty";
+
+/// Adds an option with a value. An empty one is an unset variable in somebody's script, and must
+/// not be taken for no option: a mark without an output writes to the model.
+void AddValue(CLI::App& app, const char* name, std::string& value, const char* help)
+{
+    const auto refuseEmpty = [](const std::string& text)
+    { return std::string(text.empty() ? EmptyValue : ""); };
+    app.add_option(name, value, help)->check(refuseEmpty, "");
+}
+
+/// Refuses words such as "--output=", whose value the parser would take from the next word.
+void RefuseEmptyValues(const std::vector<std::string>& words)
+{
+    const auto end = std::find(words.begin(), words.end(), "--");
+    const auto isEmpty = [](const std::string& word)
+    { return word.compare(0, 2, "--") == 0 && word.find('=') == word.size() - 1; };
+    const auto found = std::find_if(words.begin(), end, isEmpty);
+    if (found != end)
+        throw CLI::ValidationError(found->substr(0, found->size() - 1), EmptyValue);
+}
+
 void AddPathOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& names)
 {
     AddRepeatable(
         app, "--name", names,
         "Files that are models, in folders: a pattern with * ? [] (default *.zek; repeatable)");
-    app.add_option(
-        "--files0-from", line.files0From,
+    AddValue(
+        app, "--files0-from", line.files0From,
         "Take the paths from FILE, each ended by a zero byte; - is standard input");
     app.add_option("-j,--jobs", line.threadCount, "Threads (default: the number of processors)")
         ->check(CLI::Range(std::size_t{1}, std::size_t{1024}));
@@ -82,19 +106,20 @@ void AddCheckOptions(CLI::App& app, SCommandLine& line)
     app.add_option("--max-findings", line.maxFindings, "Findings shown a model (default 100)");
     AddRepeatable(app, "--ignore", line.ignored, "Leave a finding out (repeatable)");
     AddRepeatable(app, "--error", line.errorCodes, "Count a finding as an error (repeatable)");
-    app.add_option("--explain", line.explainedCode, "Say what a finding means and what to do");
+    AddValue(app, "--explain", line.explainedCode, "Say what a finding means and what to do");
     AddCubemapFolders(app, line);
 }
 
 void AddMarkOptions(CLI::App& app, SCommandLine& line)
 {
     app.add_flag("-n,--dry-run", line.isDryRun, "Write nothing and say what would change");
-    app.add_flag("--always", line.isAlways, "Write models that need no change, too");
-    app.add_option(
-        "-o,--output", line.outputPath,
+    app.add_flag(
+        "--always", line.isAlways, "Set when a model was modified, also if it needs no change");
+    AddValue(
+        app, "-o,--output", line.outputPath,
         "Leave the models alone and write to OUT, a folder when there are several");
-    app.add_option(
-        "--depfile", line.depfilePath, "Write what the result depends on, for Ninja and Make");
+    AddValue(
+        app, "--depfile", line.depfilePath, "Write what the result depends on, for Ninja and Make");
     AddCubemapFolders(app, line);
 }
 
@@ -103,8 +128,8 @@ void AddReportOptions(CLI::App& app, SCommandLine& line)
     CLI::Option* csv =
         app.add_flag("--csv", line.isCsv, "Print comma-separated values instead, a line a model");
     csv->excludes(app.get_option("--json"));
-    app.add_option(
-        "-o,--output", line.outputPath,
+    AddValue(
+        app, "-o,--output", line.outputPath,
         "Write to OUT: without it the page goes to report.html in the working folder, and --csv "
         "and --json to standard output");
     AddCubemapFolders(app, line);
@@ -136,8 +161,10 @@ public:
     std::string make_usage(const CLI::App*, std::string) const override
     {
         const bool isDump = m_Command.command == ECommand::Dump;
+        const bool isCheck = m_Command.command == ECommand::Check;
         return std::string("\nUsage: zek ") + m_Command.name + " [OPTION...] " +
-               (isDump ? "MODEL\n" : "PATH...\n");
+               (isDump ? "MODEL\n" : "PATH...\n") +
+               (isCheck ? "       zek check --explain CODE\n" : "");
     }
 
 private:
@@ -168,7 +195,8 @@ TakePaths(const std::vector<std::string>& words, const std::string& commandName)
             isAfterOptions = true;
         else if (!isAfterOptions && word.size() > 1 && word.front() == '-')
             throw CUsageError(
-                "unknown option " + word + "; 'zek help " + commandName + "' lists the options");
+                "unknown option " + MakeShowable(word) + "; 'zek help " + commandName +
+                "' lists the options, and -- ends them");
         else
             paths.push_back(word);
     }
@@ -193,7 +221,7 @@ const SCommandName& FindCommand(const std::string& name)
         Commands.begin(), Commands.end(),
         [&](const SCommandName& command) { return command.name == name; });
     if (found == Commands.end())
-        throw CUsageError("no command " + name + "; 'zek help' lists the commands");
+        throw CUsageError("no command " + MakeShowable(name) + "; 'zek help' lists the commands");
     return *found;
 }
 
@@ -206,7 +234,7 @@ SCommandLine MakePrint(const std::string& message)
 
 SCommandLine ParseHelp(const std::vector<std::string>& words)
 {
-    if (words.size() < 2)
+    if (words.size() < 2 || words[1] == "help")
         return MakePrint(MakeHelp());
     SCommandLine line;
     std::vector<std::string> names;
@@ -222,6 +250,7 @@ SCommandLine ParseCommand(const std::vector<std::string>& words)
     const auto app = MakeParser(command, line, names);
     try
     {
+        RefuseEmptyValues(words);
         std::vector<std::string> reversed(words.rbegin(), words.rend() - 1);
         // The parser would drop this word, and has no way to be told not to.
         std::replace(reversed.begin(), reversed.end(), std::string("++"), std::string("./++"));
@@ -233,7 +262,8 @@ SCommandLine ParseCommand(const std::vector<std::string>& words)
     }
     catch (const CLI::ParseError& error)
     {
-        throw CUsageError(error.what());
+        throw CUsageError(
+            MakeShowable(error.what()) + "; 'zek help " + command.name + "' lists the options");
     }
     if (!names.empty())
         line.names = names;

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "Specific/FileSystem/CRandomAccessFile.h"
 #include "ZekTool/Command/CCheckCommand.h"
 #include "ZekTool/Command/CInfoCommand.h"
 #include "ZekTool/Command/CMarkCommand.h"
@@ -61,18 +62,26 @@ std::string MakeSummary(const CModelCommand& command, const STally& tally)
     return text;
 }
 
-/// Does a command to all models. Throws when there were none, or not all could be found.
+/// Does a command to all models. Throws when there were none.
 STally
 RunOnAll(const SCommandLine& line, CModelCommand& command, CModelList& models, COutput& output)
 {
     CProgress progress;
     STally tally = CRunner(command, models, output, progress).Run(line.threadCount);
-    const std::string listError = models.GetError();
-    if (!listError.empty())
-        throw std::runtime_error(MakeShowable(line.files0From) + ": " + listError);
     if (tally.GetTotal() == 0 && !IsInterrupted())
-        throw CUsageError(MakeShowable(line.files0From) + ": no paths in it");
+        throw CUsageError(fmt::format(
+            "{}: {}; it has to be a file of paths, each ended by a zero byte",
+            MakeShowable(line.files0From),
+            models.GetError().empty() ? "no paths in it" : models.GetError()));
     return tally;
+}
+
+/// Throws when a list of models could not be read to its end.
+void ExpectWholeList(const SCommandLine& line, const CModelList& models)
+{
+    if (!models.GetError().empty())
+        throw std::runtime_error(
+            MakeShowable(line.files0From) + ": cannot be read to its end: " + models.GetError());
 }
 
 EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
@@ -85,6 +94,8 @@ EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
         PrintError(MakeSummary(*command, tally));
     else if (models.IsSeveral())
         output.Write(MakeSummary(*command, tally));
+    output.Flush();
+    ExpectWholeList(line, models);
     if (IsInterrupted())
         return EExitStatus::Interrupted;
     return tally.failed == 0 ? EExitStatus::Success : EExitStatus::Failure;
@@ -97,15 +108,27 @@ std::string ReportTo(const SCommandLine& line, COutput& output)
     CReportCommand command(line);
     command.Begin(output);
     const STally tally = RunOnAll(line, command, models, output);
+    ExpectWholeList(line, models);
     if (!IsInterrupted())
         command.End(output);
     output.Flush();
     return MakeSummary(command, tally);
 }
 
+/// Tells whether there is a model at a path, whatever is wrong with it.
+bool IsModel(const std::string& path)
+{
+    filesystem::CRandomAccessFile file;
+    char magic[4] = {};
+    return file.Open(path) && file.Read(0, magic, sizeof(magic)) == sizeof(magic) &&
+           std::string_view(magic, sizeof(magic)) == std::string_view("ZEK\0", sizeof(magic));
+}
+
 /// Writes a report to a file, complete or, after Ctrl-C, not at all.
 std::string ReportToFile(const SCommandLine& line, const std::string& path)
 {
+    if (IsModel(path))
+        throw CUsageError(MakeShowable(path) + ": is a model; -o names the report");
     CReplacementFile file(path);
     const auto fail = [&](const std::string& error)
     { throw std::runtime_error(MakeShowable(path) + ": " + error); };

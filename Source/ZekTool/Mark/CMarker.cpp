@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZEKFormat/CZEKFileSource.h"
 #include "ZEKFormat/CZEKWalk.h"
 #include "ZEKFormat/ZEKFile.h"
@@ -256,8 +257,11 @@ bool CMarker::WriteDepfile()
             [&](const std::string& path) { depfile.AddVariant(path); });
 
     const std::string& target = m_Options.outputPath.empty() ? m_Path : m_Options.outputPath;
-    std::string reason;
-    if (depfile.Write(m_Options.depfilePath, target, reason))
+    std::string reason = "the depfile is the model or its output; give it a name of its own";
+    const bool isItself = m_Options.depfilePath == target ||
+                          filesystem::IsSameFile(m_Options.depfilePath, target) ||
+                          filesystem::IsSameFile(m_Options.depfilePath, m_Path);
+    if (!isItself && depfile.Write(m_Options.depfilePath, target, reason))
         return true;
     Fail(reason);
     return false;

@@ -20,6 +20,17 @@ namespace zektool
 namespace
 {
 
+/// Tells whether a path is another, but for a separator at its end.
+bool IsSamePath(std::string_view path, std::string_view other)
+{
+    for (std::string_view* each : {&path, &other})
+    {
+        if (!each->empty() && filesystem::IsSystemSeparator(each->back()))
+            each->remove_suffix(1);
+    }
+    return path == other;
+}
+
 std::string MakeNoModelError(const std::string& folder, const std::vector<std::string>& patterns)
 {
     return fmt::format(
@@ -44,7 +55,8 @@ CModelList::CModelList(const std::vector<std::string>& paths, std::vector<std::s
         const std::size_t count = FindModels(path, m_Patterns, m_Models);
         if (count == 0 && !IsInterrupted())
             errors.push_back(MakeNoModelError(path, m_Patterns));
-        else if (count == 1 && m_Models.back().path == path && !m_Models.back().error.empty())
+        else if (
+            count == 1 && IsSamePath(m_Models.back().path, path) && !m_Models.back().error.empty())
             errors.push_back(MakeNoPathError(path, m_Models.back().error));
     }
     if (!errors.empty())

@@ -101,6 +101,22 @@ TEST(SystemFiles, AFileIsTheSameByAnyPath)
     EXPECT_FALSE(IsSameFile(folder.GetPath("file"), folder.GetPath("none")));
 }
 
+TEST(SystemFiles, APathIsInAFolderAtAnyDepthWhetherItExistsOrNot)
+{
+    const CTemporaryFolder folder;
+    folder.Write("in/below/file", "");
+    const std::string in = folder.GetPath("in");
+    for (const char* path :
+         {"in", "in/", "in/none", "in/none/at/all", "in/below", "in/below/file",
+          "in/below/../none"})
+        EXPECT_TRUE(IsInFolder(folder.GetPath(path), in)) << path;
+    for (const char* path : {"", "none", "inner", "in/..", "in/../inner", "none/../in/none"})
+        EXPECT_FALSE(IsInFolder(folder.GetPath(path), in)) << path;
+    EXPECT_TRUE(IsInFolder("none", "."));
+    EXPECT_TRUE(IsInFolder("none", ".."));
+    EXPECT_FALSE(IsInFolder("none", in));
+}
+
 TEST(SystemFiles, AFolderIsReadUntilNobodyWantsMore)
 {
     const CTemporaryFolder folder;

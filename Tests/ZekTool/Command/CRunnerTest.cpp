@@ -34,8 +34,7 @@ public:
         return m_Work(std::stoi(std::string(model.GetName())));
     }
 
-    SResult
-    MakeFailure(const SModelPath&, EOutcome outcome, const std::string& reason) const override
+    SResult MakeFailure(const SModelPath&, EOutcome outcome, const std::string& reason) override
     {
         return {outcome, reason + "\n"};
     }
