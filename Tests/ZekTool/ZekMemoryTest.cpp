@@ -2,9 +2,11 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "Independent/FileImage/FileImage.h"
 #include "Reliability/HostileModels.h"
 #include "Support/CTemporaryFolder.h"
 #include "Support/RunProgram.h"
@@ -56,5 +58,37 @@ TEST(HostileProgramTest, CheckAndMarkTakeNoMoreMemoryForAModelThanTheBound)
         std::printf(
             "%6.2f, %6.2f bytes for a byte of the file above the rest: %s\n", check, mark,
             path.filename().c_str());
+    }
+}
+
+TEST(ZekMemoryTest, LargeMeshesTakeSixteenMegabytesAndOneAThread)
+{
+#ifdef ZEK_IS_SANITIZED
+    GTEST_SKIP() << "the sanitizers take memory of their own";
+#endif
+    constexpr int vertexCount = 300000000; // of 12 bytes
+    std::vector<unsigned char> start = {'Z', 'E', 'K', 0};
+    for (int value : {25, 1, 0, 1, vertexCount}) // version, marker, nodes, meshes
+    {
+        start.resize(start.size() + 4);
+        fileimage::WriteInt(start.data() + start.size() - 4, value);
+    }
+    constexpr std::size_t threadCount = 8;
+    const testsupport::CTemporaryFolder folder;
+    for (std::size_t i = 0; i < threadCount; ++i)
+    {
+        // All that follows is 0.
+        const std::string name = std::to_string(i) + ".zek";
+        folder.Write(name, start);
+        std::filesystem::resize_file(folder.GetPath(name), std::uintmax_t{12} * vertexCount + 1000);
+    }
+    for (const char* command : {"check", "mark"})
+    {
+        const testsupport::SProgramResult result =
+            testsupport::RunProgram({ZEK_PROGRAM, command, "-j8", folder.GetPath()});
+        EXPECT_EQ(result.exitStatus, 0) << result.output;
+        EXPECT_LE(
+            static_cast<std::size_t>(result.peakKilobytes) * 1024, (16 + threadCount) * Megabyte)
+            << command;
     }
 }

@@ -418,9 +418,9 @@ class Reports(ProgramTest):
 class Interrupts(ProgramTest):
     """Models wait behind a pipe that nobody reads."""
 
-    def start_blocked(self):
+    def start_blocked(self, *words):
         folder = self.write_many(5000)
-        process = start("info", folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        process = start(*words, folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.addCleanup(process.stderr.close)
         self.addCleanup(process.stdout.close)
         select.select([process.stdout], [], [], 60)
@@ -429,7 +429,7 @@ class Interrupts(ProgramTest):
         return process
 
     def test_the_first_finishes_what_is_in_work_and_names_the_rest(self):
-        process = self.start_blocked()
+        process = self.start_blocked("info")
         process.send_signal(signal.SIGINT)
         time.sleep(0.2)
         self.assertIsNone(process.poll())
@@ -441,6 +441,16 @@ class Interrupts(ProgramTest):
         self.assertGreater(not_done, 1000)
         summary = f"5000 models: {5000 - not_done} shown, 0 failed, {not_done} not done"
         self.assertEqual(summary, lines[-1])
+
+    def test_the_first_leaves_an_object_of_each_model(self):
+        for command in ("info", "check", "mark"):
+            process = self.start_blocked(command, "--json")
+            process.send_signal(signal.SIGINT)
+            lines = process.communicate(timeout=60)[0].splitlines(keepends=True)
+            self.assertEqual((130, 5000), (process.returncode, len(lines)))
+            first, last = read_json(command, lines[0] + lines[-1])
+            self.assertNotEqual("not done", first["outcome"])
+            self.assertEqual("not done", last["outcome"])
 
     def test_the_rest_of_a_list_is_named_too(self):
         folder = self.write_many(5000).encode()
@@ -456,7 +466,7 @@ class Interrupts(ProgramTest):
         self.assertTrue(lines[-2].endswith("/many/04999.zek: not done"), lines[-2])
 
     def test_the_second_ends_it_at_once(self):
-        process = self.start_blocked()
+        process = self.start_blocked("info")
         process.send_signal(signal.SIGINT)
         time.sleep(0.2)
         process.send_signal(signal.SIGINT)
