@@ -153,7 +153,8 @@ plot "$scratch/mark" using (column(2) * 0.98):3:4:5 with yerrorlines ls 1 title 
 DRAWING
 }
 
-# Prints a row of Documents/Scale.md as lines of models, seconds, megabytes.
+# Prints a row of Documents/Scale.md as lines of models, milliseconds of the processors for a model,
+# megabytes.
 list_scale() {
     awk -F ' *[|] *' -v row="$1" '
         $3 ~ /[0-9] models/ && !n { for (n = 3; $n ~ /^[0-9,]+( models)?$/; ++n) { models[n] = $n; gsub(/[^0-9]/, "", models[n]) } }
@@ -172,11 +173,11 @@ set multiplot layout 1,2
 set logscale xy
 set offsets graph 0.06, graph 0.06
 set grid ytics ls 10
-set xtics ("1,000" 1000, "10,000" 10000, "100,000" 100000)
+set xtics ("1,000" 1000, "10,000" 10000, "200,000" 200000)
 set xlabel "models"
 set key at screen 0.08, 0.98 top left reverse Left
 set tmargin 5
-set ylabel "seconds"
+set ylabel "milliseconds of the processors, a model"
 plot "$scratch/check" using 1:2 with linespoints ls 2 title "zek check", \
     "$scratch/mark" using 1:2 with linespoints ls 1 title "zek mark", \
     "$scratch/list" using 1:2 with linespoints ls 3 title "zek mark --files0-from"
