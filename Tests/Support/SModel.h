@@ -8,9 +8,11 @@
 namespace testsupport
 {
 
-constexpr int OldestVersion = 7;   ///< that is accepted
-constexpr int NewestVersion = 26;  ///< with which something changed
-constexpr int UnknownVersion = 27; ///< that nobody knows yet; the same as the newest
+constexpr int OldestVersion = 7;  ///< that is accepted
+constexpr int NewestVersion = 26; ///< with which something changed
+
+/// That nobody knows yet; the same as the newest.
+constexpr int UnknownVersion = NewestVersion + 1;
 
 // Where the header's fields stand.
 constexpr std::size_t VersionOffset = 4;
