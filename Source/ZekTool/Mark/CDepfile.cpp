@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "Specific/FileSystem/SystemFiles.h"
-#include "ZekTool/Mark/CReplacementFile.h"
+#include "ZekTool/Output/CReplacementFile.h"
 
 namespace zektool
 {

@@ -14,9 +14,9 @@
 #include "ZEKFormat/ZEKFile.h"
 #include "ZekTool/Mark/CDepfile.h"
 #include "ZekTool/Mark/CMarkSink.h"
-#include "ZekTool/Mark/CReplacementFile.h"
 #include "ZekTool/Models/CVariantSearch.h"
 #include "ZekTool/Models/RefusalText.h"
+#include "ZekTool/Output/CReplacementFile.h"
 
 namespace zektool
 {

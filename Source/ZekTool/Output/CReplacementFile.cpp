@@ -1,4 +1,4 @@
-#include "ZekTool/Mark/CReplacementFile.h"
+#include "ZekTool/Output/CReplacementFile.h"
 
 #include <chrono>
 #include <cstdint>
