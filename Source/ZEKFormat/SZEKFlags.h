@@ -7,7 +7,7 @@
 namespace zek
 {
 
-/// The compression flags of an item: PVRTC, ETC, ASTC and DXT.
+/// The number of compression families, which is that of an item's flags: PVRTC, ETC, ASTC, DXT.
 constexpr int CompressionFamilyCount = 4;
 
 /// The compression flags of an item, a byte a family.

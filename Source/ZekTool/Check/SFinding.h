@@ -22,8 +22,8 @@ struct SFinding
     std::string message;        ///< what was found, without the place and without the remedy
     std::string path; ///< of the variant that it concerns, in the system's own form; else empty
 
-    /// Returns it in one line without the model's path: `texture 1 "wall.png": flags at 0x2a: DXT
-    /// is 1, but tex_dxt/001.dds is not there; make the variant, or run zek mark
+    /// Returns it in one line without the model's path: `texture 1 "wall.png": flags[3] at 0x2d:
+    /// DXT is 1, and tex_dxt/001.dds is not there; make the variant, or run zek mark
     /// [flag-without-variant]`.
     std::string GetText() const;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <deque>
 #include <string_view>
 
 #include "ZEKFormat/CZEKRefusalSink.h"
@@ -41,7 +40,7 @@ private:
 
     SMarkResult& m_Result;
     zek::SZEKHeader m_Header;
-    std::array<int, 3> m_Counts = {};
+    std::array<int, ItemKindCount> m_Counts = {};
 };
 
 } // namespace zektool

@@ -113,7 +113,7 @@ private:
 
 bool CMarker::Mark()
 {
-    Fail("keeps being changed by another program");
+    Fail("keeps being changed by another program"); // what stays when this attempt returns false
     if (!m_File.Open(m_Path))
         return Fail("cannot be opened: " + m_File.GetError()) && !m_File.IsBusy();
     m_TimeToSettle = m_File.GetState().GetTimeToSettle(Clock::now());

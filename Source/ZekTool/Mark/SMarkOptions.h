@@ -12,7 +12,7 @@ struct SMarkOptions
     bool isAlways = false; ///< set the time of modification, whether anything changes or not
     bool isCubemapFolders = false; ///< see `CVariantSearch`
     std::string outputPath;        ///< file to write instead of the model; empty: the model itself
-    std::string depfilePath;       ///< file for `WriteDepfile`; empty: none
+    std::string depfilePath;       ///< depfile to write as well; empty: none
 };
 
 } // namespace zektool
