@@ -157,6 +157,8 @@ test("sorts by every column, both ways", async () => {
         items: getItems, missing: getMissing, findings: (line) => line.errors * 1e9 + line.warnings,
     };
     families.forEach((family, i) => { values[`family-${i}`] = (line) => getItems(line) - getThere(line, family); });
+    const keys = await page.locator("#models thead [data-key]").evaluateAll((buttons) => buttons.map((button) => button.dataset.key));
+    assert.deepEqual(Object.keys(values).sort(), keys.sort());
     for (const [key, getValue] of Object.entries(values)) {
         const sorted = {};
         for (let i = 0; i < 2; ++i) {
