@@ -20,6 +20,7 @@ excluded_tests=(
     'Faults.ModelLargerThanTheMemory*      the launcher would be limited'
     'DiskFaultTest.AFileSizeLimitIsAn*     the launcher would be limited'
     'HostileProgramTest.*                  the memory of the launcher would be measured'
+    'ZekMemoryTest.*                       the memory of the launcher would be measured'
     '*NastyProgramTest.*                   the memory of the launcher would be measured'
     'HardeningTest.*                       this is not the build that is delivered'
 )

@@ -40,7 +40,7 @@ double Measure(const std::string& command, const std::filesystem::path& path)
 
 } // namespace
 
-TEST(HostileProgramTest, CheckAndMarkTakeNoMoreMemoryForAModelThanTheBound)
+TEST(ZekMemoryTest, CheckAndMarkTakeNoMoreMemoryForAModelThanTheBound)
 {
 #ifdef ZEK_IS_SANITIZED
     GTEST_SKIP() << "the sanitizers take memory of their own";
