@@ -14,14 +14,7 @@ packages=$PWD/build/report
 pictures=$packages/pictures
 
 need_packages "${build_packages[@]}" python3 chromium fonts-dejavu-core
-# A Node.js that is not Debian's brings its own npm, and Debian's cannot be installed beside it.
-command -v npm >/dev/null || need_packages nodejs npm
-if [ Tests/Report/package-lock.json -nt "$packages/node_modules/.package-lock.json" ]; then
-    say "Installing from npm (in build/report)"
-    mkdir -p "$packages"
-    cp Tests/Report/package.json Tests/Report/package-lock.json "$packages"
-    npm ci --silent --prefix "$packages"
-fi
+need_npm_packages Tests/Report "$packages"
 
 say "Building (in build/test)"
 quietly cmake --preset test

@@ -12,14 +12,7 @@ cd "$(dirname "$0")/.."
 packages=$PWD/build/kaitai
 
 need_packages python3 python3-kaitaistruct
-# A Node.js that is not Debian's brings its own npm, and Debian's cannot be installed beside it.
-command -v npm >/dev/null || need_packages nodejs npm
-if [ Tests/Kaitai/package-lock.json -nt "$packages/node_modules/.package-lock.json" ]; then
-    say "Installing from npm (in build/kaitai)"
-    mkdir -p "$packages"
-    cp Tests/Kaitai/package.json Tests/Kaitai/package-lock.json "$packages"
-    npm ci --silent --prefix "$packages"
-fi
+need_npm_packages Tests/Kaitai "$packages"
 
 mkdir -p "$folder"
 NODE_PATH=$packages/node_modules node Tests/Kaitai/compile.js Documents/zek.ksy "$folder" "${2:-}"

@@ -34,3 +34,17 @@ need_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
+
+# Installs from npm, into a folder, what the package-lock.json of a folder of tests names.
+# Says so, and nothing when all is there.
+need_npm_packages() {
+    local tests=$1 folder=$2
+    # A Node.js that is not Debian's brings its own npm, and Debian's cannot be installed beside it.
+    command -v npm >/dev/null || need_packages nodejs npm
+    [ "$tests/package-lock.json" -nt "$folder/node_modules/.package-lock.json" ] || return 0
+
+    say "Installing from npm (in ${folder#"$PWD"/})"
+    mkdir -p "$folder"
+    cp "$tests/package.json" "$tests/package-lock.json" "$folder"
+    npm ci --silent --prefix "$folder"
+}
