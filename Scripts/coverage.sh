@@ -14,6 +14,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
+. Scripts/wrap-programs.sh
 
 need_packages "${test_packages[@]}" clang llvm
 
@@ -39,12 +40,10 @@ LLVM_PROFILE_FILE=$folder/profiles/%4m.profraw GTEST_FILTER=-$left_out \
 
 say "Lines and branches reached"
 llvm-profdata merge -sparse "$folder"/profiles/*.profraw -o "$folder/all.profdata"
-mapfile -t programs < <(find "$folder" -type f -perm -u+x ! -path '*/CMakeFiles/*' \
-    -exec sh -c 'head -c 4 "$1" | grep -q ELF' sh {} \; -printf '-object=%p\n')
+mapfile -t programs < <(list_programs "$folder" | sed '2,$s/^/-object=/')
 # Its remarks are about functions that a program has and does not call.
 read_profile() {
-    llvm-cov "$@" -instr-profile "$folder/all.profdata" "${programs[0]#-object=}" \
-        "${programs[@]:1}" Source/ 2>"$folder/remarks"
+    llvm-cov "$@" -instr-profile "$folder/all.profdata" "${programs[@]}" Source/ 2>"$folder/remarks"
 }
 read_profile show -format=html -show-branches=count -output-dir "$folder/report"
 read_profile export -format=lcov >"$folder/record.lcov"

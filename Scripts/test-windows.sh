@@ -10,6 +10,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . Scripts/packages.sh
 . Scripts/googletest.sh
+. Scripts/wrap-programs.sh
 
 header_packages=("${zek_packages[@]}" libeigen3-dev)
 need_packages "${test_packages[@]}" googletest g++-mingw-w64-x86-64-posix wine wine64
@@ -42,8 +43,6 @@ copy_headers() {
     done
 }
 
-join_patterns() { printf '%s\n' "$@" | cut -d ' ' -f 1 | paste -sd :; }
-
 say "Left out"
 printf '%s\n' "${excluded_sources[@]}" "${excluded_tests[@]}"
 
@@ -60,7 +59,7 @@ cmake --build --preset test --target zek
 
 say "Running the unit tests under wine"
 wine wineboot --init >/dev/null 2>&1
-GTEST_FILTER="-$(join_patterns "${excluded_tests[@]}")" ctest --test-dir build/windows \
+GTEST_FILTER="-$(join_patterns : "${excluded_tests[@]}")" ctest --test-dir build/windows \
     --output-on-failure --no-tests=error
 
 say "Running the programs under wine"

@@ -1,12 +1,17 @@
-# Read by the other scripts, not run: running what was built under a launcher, another program such
-# as valgrind or an emulator.
+# Read by the other scripts, not run: finding the programs that were built, and running them under a
+# launcher, another program such as valgrind or an emulator.
+
+# Prints the programs in a folder of a build that have not been wrapped.
+list_programs() {
+    find "$1" -type f -perm -u+x ! -path '*/CMakeFiles/*' ! -name '*.wrapped' \
+        -exec sh -c 'head -c 4 "$1" | grep -q ELF' sh {} \; -print
+}
 
 # Puts in the place of each program in a folder a script that runs it with a launcher, given with its
 # options. Tests that start programs of the build need not know.
 wrap_programs() {
     local folder=$1 launcher=$2 program
-    find "$folder" -type f -perm -u+x ! -path '*/CMakeFiles/*' ! -name '*.wrapped' \
-        -exec sh -c 'head -c 4 "$1" | grep -q ELF' sh {} \; -exec mv {} {}.wrapped \;
+    list_programs "$folder" | while read -r program; do mv "$program" "$program.wrapped"; done
     find "$folder" -name '*.wrapped' | while read -r program; do
         printf '#!/bin/sh\nexec %s "%s" "$@"\n' "$launcher" "$program" >"${program%.wrapped}"
         chmod +x "${program%.wrapped}"
