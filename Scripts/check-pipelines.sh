@@ -178,9 +178,12 @@ expect_output "no models below"
 run build
 expect_status 2
 expect_output "no models below"
-run "$pipeline/several-machines/mark-on-machines.sh" models work parallel :
+mark_on_machines work parallel :
 expect_status 2
 expect_output "no models below"
+mark_on_machines work batch
+expect_status 2
+expect_output "usage:"
 echo "each says so, and fails"
 
 say "A build of 1,000 models with nothing to do"
@@ -257,7 +260,7 @@ AuthorizedKeysFile $folder/key.pub
 StrictModes no
 UsePAM no
 MaxStartups 100
-SetEnv PATH=$scratch/bin:$PATH
+SetEnv PATH=$scratch/bin:$PATH PWNED=$PWNED
 END
     cat >"$folder/client" <<END
 Host near far
@@ -285,11 +288,11 @@ say "On several machines, by GNU parallel over ssh"
 start_machines
 start parallel
 write_mortal_zek
-SLICE=2 run "$pipeline/several-machines/mark-on-machines.sh" models work parallel 1/near,1/far,1/dead
+SLICE=2 mark_on_machines "$work" parallel 1/near,1/far,1/dead
 expect_marked_in_place
 expect_worker_died
 model_count=$((${#good[@]} + ${#bad[@]}))
-run "$pipeline/several-machines/mark-on-machines.sh" models again parallel 1/dead
+mark_on_machines again parallel 1/dead
 expect_status 1
 expect_output "$model_count models: $model_count not done"
 echo "  and with no machine that answers, status 1 and all models not done"

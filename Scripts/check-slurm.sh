@@ -58,7 +58,10 @@ start_cluster
 start slurm
 write_mortal_zek
 export PATH="$scratch/bin:$PATH"
-SLICE=2 run timeout 300 "$pipeline/several-machines/mark-on-machines.sh" models work slurm --time=5
+mark_on_machines 'back\slash' slurm
+expect_status 2
+expect_output "no backslash"
+SLICE=2 mark_on_machines "$work" slurm --time=5
 expect_marked_in_place
 expect_worker_died
 

@@ -95,6 +95,15 @@ expect_marked_in_place() {
         "$recipe" ${#good[@]} ${#bad[@]} "$status"
 }
 
+# Where several machines work, and where their scripts stand. What shells, parallel and Slurm give a
+# meaning of their own is in both names.
+work='-work $(touch $PWNED) `touch $PWNED` {= `touch $ENV{PWNED}` =} {} %a "it'"'"'s";&'
+mark_on_machines() {
+    local scripts="$PWD/scripts${work#-work}"
+    [ -d "$scripts" ] || cp -r "$pipeline/several-machines" "$scripts"
+    run "$scripts/mark-on-machines.sh" models "$@"
+}
+
 # Puts before zek a program of its name that dies in the middle of its first slice, and of its second
 # together with the script that called it.
 write_mortal_zek() {
@@ -118,8 +127,8 @@ END
 expect_worker_died() {
     [ -d "$scratch/died-alone" ] && [ -d "$scratch/died-with-script" ] \
         || fail_recipe "no worker died"
-    [ "$(jq -c .model work/results.jsonl | sort -u | wc -l)" -eq $((${#good[@]} + ${#bad[@]})) ] \
-        && [ "$(wc -l <work/results.jsonl)" -eq $((${#good[@]} + ${#bad[@]})) ] \
+    [ "$(jq -c .model "./$work/results.jsonl" | sort -u | wc -l)" -eq $((${#good[@]} + ${#bad[@]})) ] \
+        && [ "$(wc -l <"$work/results.jsonl")" -eq $((${#good[@]} + ${#bad[@]})) ] \
         || fail_recipe "its results are not of every model once"
     echo "  although two workers died on the way, whose slices were done again"
 }

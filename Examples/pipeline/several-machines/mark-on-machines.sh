@@ -10,21 +10,29 @@
 # 1000 unless that variable says otherwise.
 #
 # WORK/results.jsonl then holds a line a model. The exit status is 0 when all models are marked, 1
-# when some are not, each of which is named, and 2 when there was nothing to do.
+# when some are not, each of which is named, and 2 when there was nothing that could be done.
 set -uo pipefail
+case ${3-} in
+    parallel | slurm) engine=$3 ;;
+    *) echo "usage: ${0##*/} FOLDER WORK parallel|slurm ..." >&2 && exit 2 ;;
+esac
 here=$(dirname "$(realpath "$0")")
-folder=$(realpath -- "$1") && mkdir -- "$2" && work=$(realpath -- "$2") || exit 2
-engine=$3
+folder=$(realpath -- "$1") && work=$(realpath -m -- "$2") || exit 2
+if [[ $engine == slurm && $work == *\\* ]]; then
+    echo "Slurm takes no backslash in a path: $work" >&2 && exit 2
+fi
+mkdir -- "$work" || exit 2
 shift 3
 
-# Do the slices of some numbers.
+# Do the slices of some numbers. Parallel quotes what it puts in for {1}, and nothing else.
 do_parallel() {
-    printf '%s\n' "${missing[@]}" \
-        | parallel --retries 3 --sshlogin "$machines" "$here/mark-slice.sh" "$work"
+    printf '%s\0' "${missing[@]}" \
+        | parallel --null --retries 3 --sshlogin "$machines" exec {1} {2} {3} \
+            ::: "$here/mark-slice.sh" ::: "$work" :::: -
 }
 do_slurm() {
-    sbatch --quiet --wait --array="$(IFS=, && echo "${missing[*]}")" --output="$work/%a.log" \
-        "${options[@]}" "$here/mark-slice.sh" "$work"
+    sbatch --quiet --wait --array="$(IFS=, && echo "${missing[*]}")" \
+        --output="${work//%/%%}/%a.log" "${options[@]}" "$here/mark-slice.sh" "$work"
 }
 machines=${1-}
 options=("$@")
