@@ -86,7 +86,7 @@ bool CRandomAccessFile::OpenWith(const std::string& path, int flags)
 /// Takes a lease, which ends when the file is closed.
 void CRandomAccessFile::KeepOthersOut()
 {
-#ifdef F_SETLEASE
+#if defined(F_SETLEASE) && defined(F_SETSIG)
     // Somebody who waits is told of by a signal; this is one that is ignored.
     if (fcntl(m_File, F_SETSIG, SIGURG) == 0 && fcntl(m_File, F_SETLEASE, F_WRLCK) != 0)
         m_IsBusy = errno == EAGAIN;

@@ -244,7 +244,7 @@ TEST_F(CRandomAccessFileTest, WhatCanBeOpenedIsWhatCanBeReadFileOrNot)
     close(endpoint);
 }
 
-#ifdef F_SETLEASE
+#if defined(F_SETLEASE) && defined(F_SETSIG)
 TEST_F(CRandomAccessFileTest, AFileThatSomebodyHasALeaseOnCanBeOpened)
 {
     const int owner = open(m_Path.c_str(), O_RDWR);
