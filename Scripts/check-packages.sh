@@ -48,6 +48,17 @@ for file in "${files[@]}"; do
 done
 echo "${#files[@]} files (packages, program, libraries) are the same byte for byte"
 
+say "Configuring with a compiler that leaves -static-pie out"
+cat >"$scratch/compiler" <<'END'
+#!/bin/bash
+[[ " $* " != *" -static-pie "* ]] || echo "warning: argument unused: '-static-pie'" >&2
+exec g++ "${@/#-static-pie/-pie}"
+END
+chmod +x "$scratch/compiler"
+quietly cmake -S . -B "$scratch/not-static" -G Ninja -DCMAKE_CXX_COMPILER="$scratch/compiler"
+! grep -q '^ZEK_STATIC:BOOL=ON$' "$scratch/not-static/CMakeCache.txt" || fail "ZEK_STATIC is on."
+echo "leaves ZEK_STATIC off"
+
 say "lintian"
 # There is no licence yet, and so no file that tells it.
 lintian --allow-root --fail-on error,warning --suppress-tags no-copyright-file $first/packages/*.deb
