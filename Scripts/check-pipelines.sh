@@ -27,7 +27,7 @@ expect_marked_below() {
     for name in "${good[@]}"; do
         expect_same "$sample/model.zek" "models/$name/model.zek"
         if is_among "$name" "$@"; then
-            expect_output "${name##*[;$'\n']}/model.zek"
+            expect_output "${name##*[;\\$'\n']}/model.zek"
             [ ! -e "$marked/$name/model.zek" ] || fail_recipe "names $name after all"
         else
             expect_same "$scratch/reference/model.zek" "$marked/$name/model.zek"
@@ -100,7 +100,9 @@ build() { ninja -C build -k 0; }
 start cmake
 prepare
 run build
-expect_marked_below build/marked 'a;touch $PWNED' '#hash' $'new\nline'
+expect_marked_below build/marked 'a;touch $PWNED' '#hash' $'new\nline' $'carriage\rreturn' \
+    $'tab\tstop' '[brackets]' '[open' 'closed]' '<angles>' 'back\slash' 'a?b' 'a|touch $PWNED' \
+    '{plain,axb}'
 recipe=cmake
 check_increments
 
@@ -157,12 +159,37 @@ expect_status 0
 run cmake --build build
 expect_marked_in_place
 
+# Checks that zek_mark_models refuses folders, with a reason.
+expect_refused() {
+    local reason=$1
+    shift
+    cat >CMakeLists.txt <<END
+cmake_minimum_required(VERSION 3.25)
+project(Models LANGUAGES NONE)
+find_package(ZEKTexComp REQUIRED)
+zek_mark_models(TARGET mark $*)
+END
+    run cmake -S . -B refused -G Ninja -DCMAKE_PREFIX_PATH="$scratch/installed"
+    expect_status 1
+    expect_output "$reason"
+}
+for name in 'a;b' 'm[1]' 'a?b' '*'; do
+    cp -r models/plain "$name"
+    expect_refused "cannot name the folder" FOLDER "\"$name\""
+    expect_refused "cannot name the folder" FOLDER models OUTPUT "\"$name\""
+done
+expect_refused "must not stand below" FOLDER . OUTPUT marked
+expect_refused "must not stand below" FOLDER models OUTPUT "$PWD/models"
+echo "  and folders refused that a build cannot name, and copies below the models"
+
 prepare() { :; }
 build() { make -f "$pipeline/make/Makefile" -k -j2 MODELS=models; }
 start make
 run build
 expect_marked_below marked 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' "it's" \
-    'a;touch $PWNED' 'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline'
+    'a;touch $PWNED' 'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' $'carriage\rreturn' \
+    $'tab\tstop' '[brackets]' '[open' 'closed]' '<angles>' 'back\slash' 'star*' 'a?b' 'caret^' \
+    'a|touch $PWNED' '{plain,axb}' '!1'
 recipe=make
 check_increments
 

@@ -13,7 +13,9 @@ export PATH="$PWD/build/test:$PATH"
 # Nothing of these is to be executed: a command that is would write $PWNED.
 export PWNED=$scratch/PWNED
 good=('plain' 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' "it's" 'a;touch $PWNED'
-    'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' '-dash' '日本語' $'\xff\xfe' 'link')
+    'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' '-dash' '日本語' $'\xff\xfe' 'link'
+    $'carriage\rreturn' $'tab\tstop' '[brackets]' '[open' 'closed]' '<angles>' 'back\slash' 'star*'
+    'a?b' 'axb' 'caret^' 'a|touch $PWNED' '{plain,axb}' '~tilde' '!1')
 bad=('broken' 'empty' 'read-only')
 # As the reasons are given, in the order of the bad ones.
 reasons=('text without an end' 'the file is empty' 'Permission denied')
