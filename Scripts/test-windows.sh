@@ -53,6 +53,10 @@ copy_headers "${header_packages[@]}"
 cmake --preset windows -Dfmt_DIR="$(echo "$PWD"/build/windows-packages/usr/lib/*/cmake/fmt)" >/dev/null
 cmake --build --preset windows
 
+cmake -S . -B build/windows-install -G Ninja --toolchain CMake/windows.cmake >/dev/null
+grep -q '/zek\.exe)' build/windows-install/ZEKTexCompConfig.cmake \
+    || { echo "What is installed has no ZEKTexComp::zek." >&2; exit 1; }
+
 say "Building for this system (in build/test)"
 cmake --preset test >/dev/null
 cmake --build --preset test --target zek
