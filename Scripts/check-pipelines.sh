@@ -237,15 +237,34 @@ END
 
 say "As a gate"
 start gate
+cp -r "$scratch/reference" models/marked
+mkdir "$scratch/without-jq"
+ln -s "$(command -v zek)" "$(command -v tee)" "$scratch/without-jq"
 run "$pipeline/gate/check-models.sh" models findings.jsonl
 expect_status 1
 expect_failures
 for text in plain {broken,empty,read-only}/model.zek 'new?line' base64; do expect_output "$text"; done
-[ "$(wc -l <findings.jsonl)" -eq $((${#good[@]} + ${#bad[@]})) ] || fail_recipe "leaves models out"
+[ "$(wc -l <findings.jsonl)" -eq $((${#good[@]} + ${#bad[@]} + 1)) ] || fail_recipe "leaves models out"
+run "$pipeline/gate/check-models.sh" models/marked /dev/full
+expect_status 1
+run env PATH="$scratch/without-jq" "$(command -v bash)" "$pipeline/gate/check-models.sh" models/marked \
+    /dev/null
+expect_status 127
+cp -r models ./-models
+run "$pipeline/gate/check-models.sh" -models -findings
+expect_status 1
+[ "$(wc -l <./-findings)" -eq "$(wc -l <findings.jsonl)" ] || fail_recipe "leaves models out"
 git init -q .
 git config user.name Check
 git config user.email check@zektexcomp.invalid
 cp "$pipeline/gate/pre-commit" .git/hooks/
+rm -r ./-*
+mv models later
+touch without-models
+git add without-models
+run git commit -qm "No models yet"
+expect_status 0
+mv later models
 run zek mark models
 git add models
 run git commit -qm "Models that are right, and bad ones between them"
