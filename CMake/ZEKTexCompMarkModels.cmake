@@ -69,20 +69,34 @@ function(_zek_watch_folders FOLDER)
     endforeach()
 endfunction()
 
-# Adds a step that always fails and says which models are not marked.
-function(_zek_report_unnameable STEP MODELS)
+# Sets UNREADABLE to what find says of folders that cannot be read, which CMake takes for empty ones.
+function(_zek_find_unreadable FOLDER)
+    set(UNREADABLE "")
+    if(CMAKE_HOST_UNIX)
+        execute_process(
+            COMMAND find -H ${FOLDER} -type d
+            OUTPUT_QUIET ERROR_VARIABLE UNREADABLE)
+    endif()
+    set(UNREADABLE "${UNREADABLE}" PARENT_SCOPE)
+endfunction()
+
+# Adds a step that always fails and says which models are not marked. It has the build configured
+# again, as nothing else tells that a folder can be read by now.
+function(_zek_report_unmarked STEP MODELS UNREADABLE)
     string(ASCII 1 OPENING)
     string(ASCII 2 CLOSING)
     list(JOIN MODELS "\n  " NAMES)
     string(REPLACE "${OPENING}" "[" NAMES "${NAMES}")
     string(REPLACE "${CLOSING}" "]" NAMES "${NAMES}")
-    file(WRITE ${STEP}.txt "zek_mark_models: a build cannot name these, or parts of them; they are "
-                           "not marked:\n  ${NAMES}\n")
+    file(WRITE ${STEP}.txt "zek_mark_models: a build cannot name or read these, or parts of them; "
+                           "they are not marked:\n  ${NAMES}\n${UNREADABLE}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${STEP}.txt)
     add_custom_command(
         OUTPUT ${STEP}
         COMMAND ${CMAKE_COMMAND} -E cat ${STEP}.txt
+        COMMAND ${CMAKE_COMMAND} -E touch ${STEP}.txt
         COMMAND ${CMAKE_COMMAND} -E false
-        COMMENT "Models that a build cannot name"
+        COMMENT "Models that a build cannot name or read"
         VERBATIM)
 endfunction()
 
@@ -122,8 +136,9 @@ function(_zek_mark_models_into OUTPUT TARGET FOLDER)
 
     _zek_watch_folders(${FOLDER})
     _zek_find_models(${FOLDER} MODELS UNNAMEABLE)
+    _zek_find_unreadable(${FOLDER})
     if(NOT MODELS AND NOT UNNAMEABLE)
-        message(FATAL_ERROR "zek_mark_models: no models below ${FOLDER}")
+        message(FATAL_ERROR "zek_mark_models: no models below ${FOLDER}\n${UNREADABLE}")
     endif()
     set(FILES "")
     foreach(MODEL IN LISTS MODELS)
@@ -131,9 +146,9 @@ function(_zek_mark_models_into OUTPUT TARGET FOLDER)
         list(APPEND FILES "${FILE}")
     endforeach()
     set(${TARGET}_FILES "${FILES}" PARENT_SCOPE)
-    if(UNNAMEABLE)
-        _zek_report_unnameable(${WORK}/unnameable "${UNNAMEABLE}")
-        list(APPEND FILES ${WORK}/unnameable)
+    if(UNNAMEABLE OR UNREADABLE)
+        _zek_report_unmarked(${WORK}/unmarked "${UNNAMEABLE}" "${UNREADABLE}")
+        list(APPEND FILES ${WORK}/unmarked)
     endif()
     add_custom_target(${TARGET} ALL DEPENDS ${FILES})
 endfunction()

@@ -47,9 +47,15 @@ expect_marked_below() {
 expect_rebuilt() {
     run build
     expect_status 0
-    { grep -ao '[^/]*/model.zek: changed' output || true; } | sed 's,/.*,,' | sort >rebuilt
+    { grep -ao '[^/]*/model.zek: changed' output || true; } | sed 's,/.*,,' | LC_ALL=C sort >rebuilt
     printf '%s\n' "$@" | sed '/^$/d' | diff - rebuilt >&2 \
         || fail_recipe "marks the models after >, not those after <"
+}
+
+# Checks that the build has packed just the models of the named folders.
+expect_packed() {
+    printf './%s/model.zek\n' "$@" | diff - <(tar -tf "$(find . -name models.tar)" | LC_ALL=C sort) >&2 \
+        || fail_recipe "packs the models after >, not those after <"
 }
 
 # Checks which models a build marks again, of six.
@@ -73,8 +79,8 @@ check_increments() {
     rm -r models/3/tex_dxt
     expect_rebuilt 3
     expect_rebuilt
-    cp -r "$sample" models/6
-    expect_rebuilt 6
+    cp -r "$sample" models/-6
+    expect_rebuilt -6
     touch models/4/model.zek
     expect_rebuilt 4
     mkdir models/5/tex_etc
@@ -82,6 +88,18 @@ check_increments() {
     touch models/5/tex_etc/000.pvr
     expect_rebuilt 5
     expect_rebuilt
+    expect_packed -6 0 1 2 3 4 5
+    rm -r models/1
+    expect_rebuilt
+    expect_packed -6 0 2 3 4 5
+    cp -r "$sample" models/closed
+    chmod 0 models/closed
+    run build
+    chmod 755 models/closed
+    [ "$status" -ne 0 ] || fail_recipe "has status 0"
+    expect_output models/closed
+    expect_rebuilt closed
+    expect_packed -6 0 2 3 4 5 closed
     echo "  and then just those whose model changed, or beside which a variant came or went"
 }
 
@@ -183,13 +201,18 @@ expect_refused "must not stand below" FOLDER models OUTPUT "$PWD/models"
 echo "  and folders refused that a build cannot name, and copies below the models"
 
 prepare() { :; }
-build() { make -f "$pipeline/make/Makefile" -k -j2 MODELS=models; }
+build() { make -f "$pipeline/make/Makefile" -k -j2 MODELS=models/; }
 start make
 run build
 expect_marked_below marked 'with blanks' '$HOME $(touch $PWNED)' '`touch $PWNED`' '"double"' "it's" \
     'a;touch $PWNED' 'a&touch $PWNED' '#hash' '100%' 'C:colon' $'new\nline' $'carriage\rreturn' \
     $'tab\tstop' '[brackets]' '[open' 'closed]' '<angles>' 'back\slash' 'star*' 'a?b' 'caret^' \
     'a|touch $PWNED' '{plain,axb}' '!1'
+for name in models models/marked; do
+    run make -f "$pipeline/make/Makefile" MODELS=models MARKED=$name
+    expect_status 2
+    expect_output "must not stand below"
+done
 recipe=make
 check_increments
 
