@@ -101,7 +101,11 @@ libraries=$(dirname "$(find "$root/usr/lib" -name zektexcomp.pc)")
 PKG_CONFIG_LIBDIR=$libraries quietly make -C "$scratch/consumer" -B
 "$scratch/consumer/ListMeshes" "$scratch/sample/model.zek" | grep "^texture floor.png"
 echo "works"
-[ -s "$libraries/../cmake/ZEKTexComp/ZEKTexCompMarkModels.cmake" ] || fail "has no zek_mark_models."
+quietly cmake -S Examples/pipeline/cmake -B "$scratch/recipe" -G Ninja -DMODELS="$scratch/sample" \
+    -DCMAKE_PREFIX_PATH="$root/usr"
+quietly cmake --build "$scratch/recipe"
+cmp "$scratch/sample/model.zek" "$scratch/recipe/marked/model.zek"
+echo "so does the recipe for CMake, by what the packages have"
 
 say "Removing both"
 dpkg_there --purge zektexcomp zektexcomp-dev
