@@ -273,10 +273,12 @@ expect_status 1
 run env PATH="$scratch/without-jq" "$(command -v bash)" "$pipeline/gate/check-models.sh" models/marked \
     /dev/null
 expect_status 127
-cp -r models ./-models
+cp -r models/ ./-models
 run "$pipeline/gate/check-models.sh" -models -findings
 expect_status 1
 [ "$(wc -l <./-findings)" -eq "$(wc -l <findings.jsonl)" ] || fail_recipe "leaves models out"
+rm models
+mv linked-models models
 git init -q .
 git config user.name Check
 git config user.email check@zektexcomp.invalid

@@ -39,12 +39,13 @@ cp -r "$sample" "$scratch/reference"
 (cd "$scratch/reference" && quietly ZEKTexComp model.zek)
 ! cmp -s "$sample/model.zek" "$scratch/reference/model.zek" || fail "The sample needs no marking."
 
-# Starts a recipe afresh: in a folder of its own, with models.
+# Starts a recipe afresh: in a folder of its own, with models behind a link.
 start() {
     recipe=$1
     mkdir "$scratch/$recipe"
     cd "$scratch/$recipe"
-    cp -rp "$scratch/models" models
+    cp -rp "$scratch/models" linked-models
+    ln -s linked-models models
 }
 
 # Runs a recipe's command and sets status and the file output.
