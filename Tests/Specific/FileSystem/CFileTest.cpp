@@ -35,6 +35,7 @@ namespace
 
 constexpr unsigned int NoLimit = 4294967295u;
 constexpr std::uintmax_t Gibibyte = 1024u * 1024u * 1024u;
+constexpr auto FourGibibytes = static_cast<std::size_t>(4 * Gibibyte); // 0 in 32 bits
 
 /// More than a stream's buffer holds, so that the bytes go to and from the file at once.
 constexpr std::size_t LargeSize = 1024u * 1024u;
@@ -1353,7 +1354,7 @@ TEST(CFileLarge, ImageOver32BitsOfSizeIsRefusedBeforeTheFileIsTouched)
     const CTemporaryWorkingFolder folder;
     folder.Write("old", "0123456789");
     std::filesystem::create_symlink("/dev/null", "null");
-    Bytes image(4 * Gibibyte);
+    Bytes image(FourGibibytes);
     EXPECT_FALSE(CFile::WriteImage(image, "old"));
     EXPECT_EQ("0123456789", ToText(folder.Read("old")));
     image.pop_back();
@@ -1367,7 +1368,7 @@ TEST(CFileLarge, TextOver32BitsOfLengthIsRefused)
 
     const CTemporaryWorkingFolder folder;
     std::filesystem::create_symlink("/dev/null", "null");
-    std::string text(4 * Gibibyte, 'a');
+    std::string text(FourGibibytes, 'a');
     CFile file;
     EXPECT_TRUE(file.Create("null"));
     EXPECT_FALSE(file.WriteString(text.c_str(), false));
