@@ -247,7 +247,7 @@ private:
     void TryText(CZEKFileSource source)
     {
         const std::int64_t pos = source.GetPos();
-        const auto begin = m_Bytes.begin() + pos;
+        const auto begin = m_Bytes.begin() + static_cast<std::ptrdiff_t>(pos);
         const auto zero = std::find(begin, m_Bytes.end(), 0);
         std::string_view text;
         const bool isTaken = source.TakeText(text);

@@ -88,7 +88,7 @@ TEST(HostileProgramTest, AHostileModelTakesNoMoreOfTheMachinesMemoryThanTheBound
     {
         SCOPED_TRACE(path);
         const bool isAccepted = path.filename().string().find(AcceptedStart) == 0;
-        const std::size_t size = std::filesystem::file_size(path);
+        const auto size = static_cast<std::size_t>(std::filesystem::file_size(path));
         const SProgramResult result = RunTool(path);
         EXPECT_EQ(result.exitStatus, isAccepted ? 0 : 255);
         const long bound = static_cast<long>(GetMostHeapBytes(size) / 1024) + ProgramKilobytes;

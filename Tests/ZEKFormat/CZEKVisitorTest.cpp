@@ -163,7 +163,7 @@ TEST(Visitor, HearsOfFilesOver4GiB)
     model.meshes[0].streams = {1, 1, 1, 1, 1, 1};
     model.meshes[0].primitives = {};
     const CModelBuilder builder = CModelBuilder::Build(model);
-    const std::int64_t headSize = static_cast<std::int64_t>(builder.GetOffset("vertexCount")) + 10;
+    const auto headSize = static_cast<std::streamsize>(builder.GetOffset("vertexCount") + 10);
 
     Bytes image = builder.GetImage();
     fileimage::WriteInt(&image[builder.GetOffset("vertexCount")], vertexCount);
@@ -172,7 +172,9 @@ TEST(Visitor, HearsOfFilesOver4GiB)
     std::ofstream stream(path, std::ios::binary);
     stream.write(reinterpret_cast<const char*>(image.data()), headSize);
     stream.seekp(headSize + vertexCount * vertexSize);
-    stream.write(reinterpret_cast<const char*>(image.data()) + headSize, SizeOf(image) - headSize);
+    stream.write(
+        reinterpret_cast<const char*>(image.data()) + headSize,
+        static_cast<std::streamsize>(image.size()) - headSize);
     stream.close();
     if (!stream)
         GTEST_SKIP() << "the file system does not take a sparse file of 5 GB";

@@ -43,7 +43,8 @@ std::int64_t SizeOf(const Bytes& bytes)
 
 Bytes Cut(const Bytes& bytes, std::int64_t size)
 {
-    return Bytes(bytes.begin(), (size < 0 ? bytes.end() : bytes.begin()) + size);
+    const auto end = size < 0 ? bytes.end() : bytes.begin();
+    return Bytes(bytes.begin(), end + static_cast<std::ptrdiff_t>(size));
 }
 
 Bytes Extend(const Bytes& bytes, std::size_t count)
