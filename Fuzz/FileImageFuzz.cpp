@@ -19,10 +19,15 @@ namespace
 
 using Bytes = std::vector<unsigned char>;
 
+Bytes::const_iterator At(const Bytes& range, std::int64_t pos)
+{
+    return range.begin() + static_cast<std::ptrdiff_t>(pos);
+}
+
 /// The bytes that a call stepped over.
 Bytes GetStep(const Bytes& range, std::int64_t before, std::int64_t after)
 {
-    return Bytes(range.begin() + before, range.begin() + after);
+    return Bytes(At(range, before), At(range, after));
 }
 
 /// A fixed-size read succeeds exactly when its bytes are there, moves by its size, and stays where
@@ -53,7 +58,7 @@ void CheckFixed(
 
 void CheckZeroTerminated(CFileImageAnalyser& reader, const Bytes& range, bool isAligned)
 {
-    const auto begin = range.begin() + reader.GetPos();
+    const auto begin = At(range, reader.GetPos());
     const auto zero = std::find(begin, range.end(), 0);
     const std::string expected(begin, zero);
     const std::int64_t size = static_cast<std::int64_t>(expected.size()) + 1;
@@ -81,7 +86,7 @@ void CheckFixedString(CFileImageAnalyser& reader, const Bytes& range, int length
     Require(reader.GetPos() == (isThere ? before + length : before), "a field moves by its length");
     if (!isThere)
         return;
-    const auto begin = range.begin() + before;
+    const auto begin = At(range, before);
     Require(
         text == std::string(begin, std::find(begin, begin + length, 0)), "a field ends at a zero");
 }
@@ -98,7 +103,7 @@ void CheckBlock(CFileImageAnalyser& reader, const Bytes& range, int size)
 
 void CheckLine(CFileImageAnalyser& reader, const Bytes& range)
 {
-    const auto begin = range.begin() + reader.GetPos();
+    const auto begin = At(range, reader.GetPos());
     const auto lineFeed = std::find(begin, range.end(), '\n');
     std::string expected(begin, lineFeed);
     expected.erase(std::remove(expected.begin(), expected.end(), '\r'), expected.end());
