@@ -48,7 +48,8 @@ private:
     static FlagQuad MakeFlagQuad(const SZEKFlags& flags)
     {
         FlagQuad quad = {};
-        for (std::size_t family = 0; flags.place.address != nullptr && family < quad.size(); ++family)
+        for (std::size_t family = 0; flags.place.address != nullptr && family < quad.size();
+             ++family)
             quad[family] = flags.place.address + family;
         return quad;
     }

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
-#include "ZEKFormat/SZEKRefusal.h"
 #include "ZEKFormat/SZEKFlags.h"
+#include "ZEKFormat/SZEKRefusal.h"
 #include "ZEKOverwriter/CZEKMaterial.h"
 #include "ZEKOverwriter/CZEKMesh.h"
 #include "ZEKOverwriter/CZEKNode.h"
