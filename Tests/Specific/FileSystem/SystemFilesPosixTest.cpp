@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "Specific/FileSystem/CTemporaryWorkingFolder.h"
 #include "Specific/FileSystem/SystemFiles.h"
 #include "Support/CTemporaryFolder.h"
 
@@ -71,14 +70,6 @@ TEST_F(SystemFilesPosix, LinksAreResolved)
     path = folder.GetPath("dangling");
     EXPECT_EQ("No such file or directory", ResolveLinks(path));
     EXPECT_TRUE(IsSameFile(folder.GetPath("link"), folder.GetPath("below/file")));
-}
-
-TEST_F(SystemFilesPosix, NothingIsInAFolderFromAWorkingFolderThatIsGone)
-{
-    const testsupport::CTemporaryWorkingFolder working;
-    std::filesystem::remove(working.GetPath());
-    EXPECT_FALSE(IsInFolder("none", folder.GetPath()));
-    std::filesystem::create_directory(working.GetPath());
 }
 
 TEST_F(SystemFilesPosix, EntriesThatAreLinksSayWhereTheyLead)
