@@ -92,8 +92,9 @@ constexpr FindingKinds Kinds = {{
      "make it readable, or remove it"},
     {E::UnusedVariant, "unused-variant", warning, "a variant belongs to nothing in the model",
      "The file has the extension of a variant but not the name of one of the model's items, "
-     "such as the 017.pvr of twelve textures. Faces of cubemaps are not looked at. Where other models lie in the same folder this "
-     "is not looked for, since the variant may be one of theirs.",
+     "such as the 017.pvr of twelve textures. Faces of cubemaps are not looked at. Where other "
+     "models lie in the same folder this is not looked for, since the variant may be one of "
+     "theirs.",
      "remove the file"},
     {E::PartialFamily, "partial-family", warning,
      "some items have a variant of a family and others do not",
