@@ -68,6 +68,7 @@ def build_all(mutations):
     """Builds a tree with all mutations; returns those for which that does not work."""
     copy_tree(mutations)
     flags = ["-DZEK_BUILD_TESTS=ON", "-DZEK_BUILD_TOOL=ON", "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -w",
+             "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON",
              f"-DCMAKE_CXX_FLAGS=-D_GLIBCXX_ASSERTIONS -include {ROOT}/Scripts/mutation.h"]  # fmt: skip
     subprocess.run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, *flags], check=True, stdout=subprocess.DEVNULL)
     known = REFUSED.read_text().splitlines() if REFUSED.exists() else []
