@@ -18,6 +18,8 @@ namespace zektool
 namespace
 {
 
+constexpr std::string_view NamelessLightmapStem = "LightMap";
+
 /// Returns a name with A to Z in small letters, whatever its character code is.
 std::string MakeSmall(std::string_view name)
 {
@@ -112,7 +114,7 @@ bool CVariantFolderCheck::IsOfNoItem(std::string_view name, std::size_t family) 
 {
     const auto [stem, extension] = SplitName(name);
     if (extension == zek::CompressionFamilies[family].extension)
-        return !m_Stems.Has(stem) && !IsNumbered(stem);
+        return !m_Stems.Has(stem) && !IsNumbered(stem, NamelessLightmapStem);
     return IsVariantExtension(MakeSmall(extension));
 }
 
@@ -120,14 +122,14 @@ bool CVariantFolderCheck::DiffersInCase(std::string_view name, std::size_t famil
 {
     const auto [stem, extension] = SplitName(name);
     return MakeSmall(extension) == zek::CompressionFamilies[family].extension &&
-           (m_Stems.HasInAnyCase(stem) || IsNumbered(stem));
+           (m_Stems.HasInAnyCase(stem) ||
+            IsNumbered(MakeSmall(stem), MakeSmall(NamelessLightmapStem)));
 }
 
-bool CVariantFolderCheck::IsNumbered(std::string_view stem) const
+bool CVariantFolderCheck::IsNumbered(std::string_view stem, std::string_view namelessStem) const
 {
-    constexpr std::string_view namelessLightmap = "LightMap";
-    const bool isNameless = stem.compare(0, namelessLightmap.size(), namelessLightmap) == 0;
-    const std::string_view digits = isNameless ? stem.substr(namelessLightmap.size()) : stem;
+    const bool isNameless = stem.compare(0, namelessStem.size(), namelessStem) == 0;
+    const std::string_view digits = isNameless ? stem.substr(namelessStem.size()) : stem;
     const int count = isNameless ? m_Survey.namelessLightmapCount : m_Survey.GetTextureCount();
     // As `%03d` writes a number: putting that together for each file costs more than anything else
     // here.

@@ -40,8 +40,8 @@ private:
     bool DiffersInCase(std::string_view name, std::size_t family) const;
 
     /// Tells whether the name of a variant without its extension is that of a texture, or of a
-    /// lightmap without a record.
-    bool IsNumbered(std::string_view stem) const;
+    /// lightmap without a record, which starts with a stem of its own.
+    bool IsNumbered(std::string_view stem, std::string_view namelessStem) const;
 
     void AddCase(const std::string& name, const std::string& path);
     void AddUnused(const std::string& name, const std::string& path);

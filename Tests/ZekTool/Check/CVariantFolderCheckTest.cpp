@@ -54,6 +54,10 @@ TEST_F(CVariantFolderCheck, TakesLightmapsWithoutRecordsByTheirPattern)
     EXPECT_EQ(Lines(), Check(model));
     m_Folder.Write("tex_dxt/LightMap002.dds", "variant");
     EXPECT_EQ(1U, Check(model).size());
+    m_Folder.Write("tex_dxt/lightmap000.dds", "variant");
+    const Lines lines = Check(model);
+    ASSERT_EQ(2U, lines.size());
+    EXPECT_NE(std::string::npos, (lines[0] + lines[1]).find("lightmap000.dds differs from what"));
 }
 
 TEST_F(CVariantFolderCheck, FindsNoVariantThatBelongsToNothingWhereAnotherModelLies)
