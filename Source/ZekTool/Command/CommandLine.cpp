@@ -56,11 +56,11 @@ constexpr const char* EmptyValue = "its value is empty";
 
 /// Adds an option with a value. An empty one is an unset variable in somebody's script, and must
 /// not be taken for no option: a mark without an output writes to the model.
-void AddValue(CLI::App& app, const char* name, std::string& value, const char* help)
+CLI::Option* AddValue(CLI::App& app, const char* name, std::string& value, const char* help)
 {
     const auto refuseEmpty = [](const std::string& text)
     { return std::string(text.empty() ? EmptyValue : ""); };
-    app.add_option(name, value, help)->check(refuseEmpty, "");
+    return app.add_option(name, value, help)->check(refuseEmpty, "");
 }
 
 /// Refuses words such as "--output=", whose value the parser would take from the next word.
@@ -106,7 +106,8 @@ void AddCheckOptions(CLI::App& app, SCommandLine& line)
     app.add_option("--max-findings", line.maxFindings, "Findings shown a model (default 100)");
     AddRepeatable(app, "--ignore", line.ignored, "Leave a finding out (repeatable)");
     AddRepeatable(app, "--error", line.errorCodes, "Count a finding as an error (repeatable)");
-    AddValue(app, "--explain", line.explainedCode, "Say what a finding means and what to do");
+    AddValue(app, "--explain", line.explainedCode, "Say what a finding means and what to do")
+        ->excludes(app.get_option("--json"));
     AddCubemapFolders(app, line);
 }
 

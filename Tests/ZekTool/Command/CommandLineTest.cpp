@@ -68,6 +68,7 @@ TEST(CommandLine, WrongUseIsAnError)
              {"mark", "--files0-from", "list", "a"},
              {"mark", "--files0-from", "list", "-o", "out"},
              {"report", "--csv", "--json", "a"},
+             {"check", "--json", "--explain", "not-marked"},
              {"report", "--deep", "a"},
              {"help", "frob"}})
         EXPECT_THROW(ParseCommandLine(words), CUsageError) << ::testing::PrintToString(words);
