@@ -49,9 +49,12 @@ std::wstring MakeWindowsPath(const std::string& path)
     std::wstring wide = MakeWideText(path);
     // A path that starts so is taken as it is, where a slash is no separator.
     std::replace(wide.begin(), wide.end(), L'/', L'\\');
-    if (wide.size() <= LongestPlainPath || IsStartingWith(wide, L"\\\\?\\"))
+    if (IsStartingWith(wide, L"\\\\?\\"))
         return wide;
+    // A relative path is as long as what it leads to from the current folder.
     const std::wstring full = MakeFullPath(wide);
+    if (std::max(wide.size(), full.size()) <= LongestPlainPath)
+        return wide;
     if (IsStartingWith(full, L"\\\\?\\"))
         return full;
     return IsStartingWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;

@@ -1,5 +1,6 @@
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -227,6 +228,15 @@ TEST(WindowsPath, OnlyLongPathsAreWrittenOut)
         L"\\\\?\\UNC\\server\\share\\" + wideName + L"\\" + wideName,
         filesystem::MakeWindowsPath("//server/share/" + name + "/" + name));
     EXPECT_EQ(0U, filesystem::MakeWindowsPath(name + "/" + name).find(L"\\\\?\\"));
+}
+
+TEST(WindowsPath, ARelativePathIsAsLongAsWhatItLeadsTo)
+{
+    constexpr std::size_t longestPlainPath = 247;
+    const std::size_t folderSize = std::filesystem::current_path().native().size() + 1;
+    const std::string name(longestPlainPath - folderSize, 'n');
+    EXPECT_EQ(filesystem::MakeWideText(name), filesystem::MakeWindowsPath(name));
+    EXPECT_EQ(0U, filesystem::MakeWindowsPath(name + "n").find(L"\\\\?\\"));
 }
 
 TEST(WindowsPath, ErrorsHaveWords)
