@@ -12,7 +12,7 @@ namespace filesystem
 /// sizes have 64 bits. The path is the system's own, as SystemFiles.h says.
 ///
 /// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown,
-/// except that memory may run out. What the system is asked for stands in
+/// except by `CanOpen`, and that memory may run out. What the system is asked for stands in
 /// CRandomAccessFilePosix.cpp and its Windows counterpart.
 class CRandomAccessFile
 {
@@ -24,7 +24,9 @@ public:
     CRandomAccessFile& operator=(const CRandomAccessFile&) = delete;
 
     /// Tells whether the path can be opened for reading, whatever it is: what
-    /// `CFindFile::IsExistFile` says, but without waiting for a FIFO's writer or a device.
+    /// `CFindFile::IsExistFile` says, but without waiting for a FIFO's writer or a device. Throws
+    /// `std::system_error` when that cannot be told: no descriptor or memory is left, or the disk
+    /// or the network does not answer. Nobody may take that for a file that is not there.
     static bool CanOpen(const std::string& path);
 
     /// Opens an existing file for reading, after closing what was open. Anything but a regular file

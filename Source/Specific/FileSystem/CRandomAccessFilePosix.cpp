@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <system_error>
@@ -16,6 +18,13 @@ namespace
 
 // Not blocking: a FIFO would wait for a writer.
 constexpr int CommonFlags = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+/// Tells whether an error of opening says nothing about the file.
+bool IsAnswerMissing(int error)
+{
+    constexpr std::array errors = {EMFILE, ENFILE, ENOMEM, EIO, ETIMEDOUT, ESTALE};
+    return std::find(errors.begin(), errors.end(), error) != errors.end();
+}
 
 SFileState MakeState(const struct stat& status)
 {
@@ -39,11 +48,12 @@ CRandomAccessFile::~CRandomAccessFile()
 bool CRandomAccessFile::CanOpen(const std::string& path)
 {
     const int file = open(path.c_str(), O_RDONLY | CommonFlags);
+    if (file >= 0)
+        close(file);
+    else if (IsAnswerMissing(errno))
+        throw std::system_error(errno, std::generic_category());
     // What somebody else has a lease on, for whom the system would wait, can be opened.
-    if (file < 0)
-        return errno == EWOULDBLOCK;
-    close(file);
-    return true;
+    return file >= 0 || errno == EWOULDBLOCK;
 }
 
 bool CRandomAccessFile::Open(const std::string& path)

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <system_error>
 
 #include <fcntl.h>
 #include <io.h>
@@ -22,6 +24,16 @@ HANDLE OpenHandle(const std::string& path, DWORD access, DWORD sharing, DWORD di
     return CreateFileW(
         MakeWindowsPath(path).c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
         nullptr);
+}
+
+/// Tells whether an error of opening says nothing about the file.
+bool IsAnswerMissing(DWORD error)
+{
+    constexpr std::array<DWORD, 8> errors = {ERROR_TOO_MANY_OPEN_FILES, ERROR_NOT_ENOUGH_MEMORY,
+                                             ERROR_OUTOFMEMORY,         ERROR_NO_SYSTEM_RESOURCES,
+                                             ERROR_IO_DEVICE,           ERROR_CRC,
+                                             ERROR_SEM_TIMEOUT,         ERROR_NETNAME_DELETED};
+    return std::find(errors.begin(), errors.end(), error) != errors.end();
 }
 
 /// Makes a descriptor, which owns the handle. Returns -1 when there are none left.
@@ -90,9 +102,12 @@ CRandomAccessFile::~CRandomAccessFile()
 
 bool CRandomAccessFile::CanOpen(const std::string& path)
 {
+    const CWindowsHandle file(OpenHandle(path, GENERIC_READ, ShareAll, OPEN_EXISTING));
+    const DWORD error = file.IsOpen() ? ERROR_SUCCESS : GetLastError();
+    if (IsAnswerMissing(error))
+        throw std::system_error(static_cast<int>(error), std::system_category());
     // What somebody else has to himself can be opened when he is done.
-    return CWindowsHandle(OpenHandle(path, GENERIC_READ, ShareAll, OPEN_EXISTING)).IsOpen() ||
-           GetLastError() == ERROR_SHARING_VIOLATION;
+    return file.IsOpen() || error == ERROR_SHARING_VIOLATION;
 }
 
 bool CRandomAccessFile::Open(const std::string& path)

@@ -4,10 +4,12 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <system_error>
 #include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -242,6 +244,20 @@ TEST_F(CRandomAccessFileTest, WhatCanBeOpenedIsWhatCanBeReadFileOrNot)
     ASSERT_EQ(bind(endpoint, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
     EXPECT_FALSE(CRandomAccessFile::CanOpen(m_Folder.GetPath("socket")));
     close(endpoint);
+}
+
+TEST_F(CRandomAccessFileTest, WhenNoDescriptorIsLeftNobodyIsToldThatNothingCanBeOpened)
+{
+    const int next = dup(0);
+    close(next);
+    rlimit old;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &old), 0);
+    const rlimit none = {static_cast<rlim_t>(next), old.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    EXPECT_THROW(CRandomAccessFile::CanOpen(m_Path), std::system_error);
+    EXPECT_THROW(CRandomAccessFile::CanOpen(m_Folder.GetPath("missing")), std::system_error);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &old), 0);
+    EXPECT_TRUE(CRandomAccessFile::CanOpen(m_Path));
 }
 
 #if defined(F_SETLEASE) && defined(F_SETSIG)
