@@ -26,6 +26,23 @@ std::string GetExtension(const std::string& name)
     return dot == std::string::npos || dot == 0 || name == ".." ? "" : name.substr(dot);
 }
 
+bool IsSameFile(const std::string& path, const std::string& other)
+{
+    const SPathStatus a = GetPathStatus(path);
+    const SPathStatus b = GetPathStatus(other);
+    return (a.kind == EPathKind::File || a.kind == EPathKind::Folder) && a.kind == b.kind &&
+           a.device == b.device && a.inode == b.inode;
+}
+
+SPlace GetPlace(const std::string& path)
+{
+    const std::string folder = GetFolder(path);
+    const SPathStatus status = GetPathStatus(folder.empty() ? "." : folder);
+    if (status.kind != EPathKind::Folder)
+        return {0, 0, path};
+    return {status.device, status.inode, path.substr(GetNameStart(path))};
+}
+
 bool IsInFolder(const std::string& path, const std::string& folder)
 {
     std::string place = path;

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 /// Files and folders by paths of the system's own: nothing in them is replaced or translated. On
 /// Windows they are UTF-8, with three bytes for half of a surrogate pair, separated by either
@@ -37,6 +38,7 @@ std::string GetExtension(const std::string& name);
 enum class EPathKind
 {
     Unknown, ///< cannot be told: see the error
+    Denied,  ///< nor can this, since a folder may not be searched
     Absent,
     File,
     Folder,
@@ -48,7 +50,9 @@ enum class EPathKind
 struct SPathStatus
 {
     EPathKind kind = EPathKind::Unknown;
-    std::int64_t size = 0; ///< in bytes, of a file
+    std::int64_t size = 0;    ///< in bytes, of a file
+    std::uint64_t device = 0; ///< of a file or folder: the same number twice
+    std::uint64_t inode = 0;  ///< only if it is the same
     std::string error = {};
 };
 
@@ -65,6 +69,26 @@ inline bool IsFolder(const std::string& path)
 
 /// Tells whether two paths lead to one file or folder.
 bool IsSameFile(const std::string& path, const std::string& other);
+
+/// Where a file is or would be made: its folder and its name there. Two paths have the same place
+/// if they name the same entry of a folder, by whatever way.
+struct SPlace
+{
+    std::uint64_t device = 0; ///< of the folder
+    std::uint64_t inode = 0;  ///< of the folder
+    std::string name;         ///< or the path, where there is no such folder
+
+    friend bool operator<(const SPlace& a, const SPlace& b)
+    {
+        return std::tie(a.device, a.inode, a.name) < std::tie(b.device, b.inode, b.name);
+    }
+    friend bool operator==(const SPlace& a, const SPlace& b)
+    {
+        return std::tie(a.device, a.inode, a.name) == std::tie(b.device, b.inode, b.name);
+    }
+};
+
+SPlace GetPlace(const std::string& path);
 
 /// Tells whether a path leads to a folder or to something below it, or would if it existed.
 bool IsInFolder(const std::string& path, const std::string& folder);

@@ -29,9 +29,10 @@ EPathKind GetKind(mode_t mode)
 SPathStatus MakeFailedStatus(int error)
 {
     const bool isAbsent = error == ENOENT || error == ENOTDIR;
-    return {
-        isAbsent ? EPathKind::Absent : EPathKind::Unknown, 0,
-        std::generic_category().message(error)};
+    const EPathKind kind = isAbsent          ? EPathKind::Absent
+                           : error == EACCES ? EPathKind::Denied
+                                             : EPathKind::Unknown;
+    return {kind, 0, 0, 0, std::generic_category().message(error)};
 }
 
 std::string GetText(const std::error_code& error)
@@ -66,7 +67,9 @@ SPathStatus GetPathStatus(const std::string& path)
     struct stat status;
     if (stat(path.c_str(), &status) != 0)
         return MakeFailedStatus(errno);
-    return {GetKind(status.st_mode), status.st_size};
+    return {
+        GetKind(status.st_mode), status.st_size, static_cast<std::uint64_t>(status.st_dev),
+        static_cast<std::uint64_t>(status.st_ino)};
 }
 
 EPathKind GetLinkKind(const std::string& path)
@@ -74,12 +77,6 @@ EPathKind GetLinkKind(const std::string& path)
     struct stat status;
     return lstat(path.c_str(), &status) == 0 ? GetKind(status.st_mode)
                                              : MakeFailedStatus(errno).kind;
-}
-
-bool IsSameFile(const std::string& path, const std::string& other)
-{
-    std::error_code ignored;
-    return fs::equivalent(path, other, ignored);
 }
 
 std::string ResolveLinks(std::string& path)

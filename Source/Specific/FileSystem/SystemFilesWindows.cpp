@@ -39,8 +39,10 @@ HANDLE OpenForStatus(const std::string& path)
 SPathStatus MakeFailedStatus()
 {
     const DWORD error = GetLastError();
-    return {
-        IsAbsent(error) ? EPathKind::Absent : EPathKind::Unknown, 0, MakeWindowsErrorText(error)};
+    const EPathKind kind = IsAbsent(error)                ? EPathKind::Absent
+                           : error == ERROR_ACCESS_DENIED ? EPathKind::Denied
+                                                          : EPathKind::Unknown;
+    return {kind, 0, 0, 0, MakeWindowsErrorText(error)};
 }
 
 std::int64_t JoinParts(DWORD high, DWORD low)
@@ -85,9 +87,13 @@ SPathStatus GetPathStatus(const std::string& path)
     BY_HANDLE_FILE_INFORMATION information;
     if (!GetFileInformationByHandle(file.Get(), &information))
         return MakeFailedStatus();
-    if ((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        return {EPathKind::Folder};
-    return {EPathKind::File, JoinParts(information.nFileSizeHigh, information.nFileSizeLow)};
+    const bool isFolder = (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return {
+        isFolder ? EPathKind::Folder : EPathKind::File,
+        JoinParts(information.nFileSizeHigh, information.nFileSizeLow),
+        information.dwVolumeSerialNumber,
+        static_cast<std::uint64_t>(
+            JoinParts(information.nFileIndexHigh, information.nFileIndexLow))};
 }
 
 EPathKind GetLinkKind(const std::string& path)
@@ -99,18 +105,6 @@ EPathKind GetLinkKind(const std::string& path)
     const SSearch search = {FindFirstFileW(MakeWindowsPath(path).c_str(), &found)};
     const bool isFound = search.handle != INVALID_HANDLE_VALUE;
     return isFound && IsLinkTag(found.dwReserved0) ? EPathKind::Link : GetPathStatus(path).kind;
-}
-
-bool IsSameFile(const std::string& path, const std::string& other)
-{
-    const CWindowsHandle one(OpenForStatus(path));
-    const CWindowsHandle two(OpenForStatus(other));
-    BY_HANDLE_FILE_INFORMATION a;
-    BY_HANDLE_FILE_INFORMATION b;
-    return one.IsOpen() && two.IsOpen() && GetFileInformationByHandle(one.Get(), &a) &&
-           GetFileInformationByHandle(two.Get(), &b) &&
-           a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
-           a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
 std::string ResolveLinks(std::string& path)

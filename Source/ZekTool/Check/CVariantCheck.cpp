@@ -31,6 +31,13 @@ std::string GetFamilyName(std::size_t family)
     return std::string(zek::CompressionFamilies[family].name);
 }
 
+const char* GetStateText(EVariantState state)
+{
+    if (state == EVariantState::Unreadable)
+        return " cannot be opened";
+    return IsThere(state) ? " is there" : " is not there";
+}
+
 } // namespace
 
 CVariantCheck::CVariantCheck(
@@ -148,7 +155,10 @@ CVariantCheck::SVariant CVariantCheck::LookAtFiles(
         const std::string& path = finder.GetPath(item.variant, family, file);
         const EVariantState state = GetState(path, folder);
         if (file == 0 || (variant.isThere && !IsThere(state)))
+        {
             variant.example = {&finder, file};
+            variant.state = state;
+        }
         variant.isThere = variant.isThere && IsThere(state);
         variant.fileCount += IsThere(state) ? 1 : 0;
         CheckState(item, family, state, {&finder, file});
@@ -194,7 +204,7 @@ void CVariantCheck::CheckFlag(const SItem& item, std::size_t family, const SVari
         [&](const std::string& path)
         {
             return GetFamilyName(family) + " is " + std::to_string(flag) + ", and " +
-                   Shorten(path) + (variant.isThere ? " is there" : " is not there");
+                   Shorten(path) + GetStateText(variant.state);
         });
 }
 
@@ -207,7 +217,7 @@ void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVar
             {
                 return GetFamilyName(family) + " has " + std::to_string(variant.fileCount) +
                        " of " + std::to_string(faceCount) + " faces; " + Shorten(path) +
-                       " is not there";
+                       GetStateText(variant.state);
             });
     else if (variant.fileCount == 0 && IsInFolders(item, family))
         Add(EFinding::CubemapInFolders, item, family, variant.example,

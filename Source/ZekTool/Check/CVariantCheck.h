@@ -44,6 +44,7 @@ private:
     {
         int fileCount = 0; ///< of files that are there
         SFile example;     ///< the first file that is not there, or else the first
+        EVariantState state = EVariantState::Absent; ///< of the example
         bool isThere = false;
     };
 

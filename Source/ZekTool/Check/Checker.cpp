@@ -16,6 +16,7 @@
 #include "ZekTool/Check/CVariantCheck.h"
 #include "ZekTool/Check/CVariantFolderCheck.h"
 #include "ZekTool/Models/CVariantSearch.h"
+#include "ZekTool/Models/FileKind.h"
 #include "ZekTool/Models/OpenModel.h"
 #include "ZekTool/Models/RefusalText.h"
 #include "ZekTool/Output/Text.h"
@@ -36,14 +37,14 @@ SFinding MakeModelFinding(const std::string& message)
     return finding;
 }
 
-EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, std::int64_t size)
+EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, filesystem::CRandomAccessFile& file)
 {
-    if (size == 0)
+    if (file.GetSize() == 0)
         return EFinding::EmptyFile;
     if (refusal.kind == zek::SZEKFault::Unreadable)
         return EFinding::Unreadable;
     if (refusal.field == "magic")
-        return EFinding::NotAModel;
+        return IsCutMagic(ReadStart(file)) ? EFinding::Truncated : EFinding::NotAModel;
     if (refusal.kind == zek::SZEKFault::TooShort)
         return EFinding::Truncated;
     if (refusal.kind == zek::SZEKFault::Unterminated)
@@ -58,8 +59,7 @@ EFinding GetRefusalFinding(const zek::SZEKRefusal& refusal, std::int64_t size)
 void AddRefusal(filesystem::CRandomAccessFile& file, CFindingList& findings)
 {
     const std::optional<zek::SZEKRefusal> refusal = zek::WhyRefused(file);
-    const EFinding finding =
-        refusal ? GetRefusalFinding(*refusal, file.GetSize()) : EFinding::Unreadable;
+    const EFinding finding = refusal ? GetRefusalFinding(*refusal, file) : EFinding::Unreadable;
     findings.Add(
         finding,
         [&]

@@ -19,7 +19,7 @@ EVariantState GetVariantState(const std::string& path)
     const EPathKind kind = filesystem::GetLinkKind(path);
     if (kind == EPathKind::Absent || kind == EPathKind::Unknown)
         return EVariantState::Absent;
-    if (!filesystem::CRandomAccessFile::CanOpen(path))
+    if (kind == EPathKind::Denied || !filesystem::CRandomAccessFile::CanOpen(path))
         return EVariantState::Unreadable;
     const filesystem::SPathStatus status = filesystem::GetPathStatus(path);
     if (status.kind != EPathKind::File)

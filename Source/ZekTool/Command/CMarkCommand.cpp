@@ -1,5 +1,7 @@
 #include "ZekTool/Command/CMarkCommand.h"
 
+#include <set>
+
 #include <fmt/format.h>
 
 #include "Specific/FileSystem/SystemFiles.h"
@@ -53,7 +55,40 @@ std::string MakeChangeCount(const SMarkResult& result)
            (result.isMarkerSet ? " and the processed marker" : "");
 }
 
-/// Refuses outputs that would go over each other, or be models themselves the next time.
+std::string MakeOutputPath(std::string folder, const SModelPath& model)
+{
+    if (!filesystem::IsSystemSeparator(folder.back()))
+        folder += filesystem::SystemSeparator;
+    return folder.append(model.GetName());
+}
+
+/// Refuses outputs that would go over each other or over a model of the list, whatever way they
+/// lead there.
+void CheckOutputPlaces(const std::string& folder, const std::vector<SModelPath>& models)
+{
+    std::set<filesystem::SPlace> places;
+    for (const SModelPath& model : models)
+    {
+        const std::string path = MakeOutputPath(folder, model);
+        if (filesystem::GetLinkKind(path) == EPathKind::Link)
+            throw CUsageError(
+                MakeShowable(path) +
+                " is a link, which may lead to a model or to another output; remove it");
+        if (!places.insert(filesystem::GetPlace(path)).second)
+            throw CUsageError(
+                "several models would be written to " + MakeShowable(path) +
+                "; mark them with an output folder each");
+    }
+    for (const SModelPath& model : models)
+    {
+        if (places.count(filesystem::GetPlace(model.path)) != 0)
+            throw CUsageError(
+                "an output would go over " + MakeShowable(model.path) +
+                ", which is to be marked, too; name another folder");
+    }
+}
+
+/// Refuses outputs that cannot all be written, or that would be models themselves the next time.
 void CheckOutputFolder(const SCommandLine& line, const CModelList& models)
 {
     if (models.IsSeveral() && filesystem::GetPathStatus(line.outputPath).kind == EPathKind::File)
@@ -67,17 +102,19 @@ void CheckOutputFolder(const SCommandLine& line, const CModelList& models)
                 "the output would lie in " + MakeShowable(path) +
                 ", where the next run takes it for models; name a folder outside");
     }
-    if (const std::optional<std::string> name = models.FindRepeatedName())
-        throw CUsageError(
-            "several models would be written to " + MakeShowable(*name) +
-            "; mark them with an output folder each");
+    if (models.IsSeveral())
+        CheckOutputPlaces(line.outputPath, models.GetModels());
 }
 
-/// Creates the folder of an output. Returns why it cannot be written there, or nothing.
-std::string PrepareOutput(const std::string& modelPath, const std::string& outputPath)
+/// Creates the folder of an output unless nothing is to be written. Returns why it cannot be
+/// written there, or nothing.
+std::string
+PrepareOutput(const std::string& modelPath, const std::string& outputPath, bool isDryRun)
 {
     if (filesystem::IsSameFile(modelPath, outputPath))
         return "the output is the model itself; without -o it is marked in place";
+    if (isDryRun)
+        return "";
     const std::string folder = filesystem::GetFolder(outputPath);
     if (folder.empty() || filesystem::IsFolder(folder))
         return "";
@@ -127,10 +164,11 @@ CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
 SResult CMarkCommand::Run(const SModelPath& model)
 {
     SMarkOptions options = m_Options;
-    options.outputPath = MakeOutputPath(model);
-    if (!options.outputPath.empty() && !options.isDryRun)
+    if (m_IsOutputFolder)
+        options.outputPath = MakeOutputPath(m_Options.outputPath, model);
+    if (!options.outputPath.empty())
     {
-        const std::string error = PrepareOutput(model.path, options.outputPath);
+        const std::string error = PrepareOutput(model.path, options.outputPath, options.isDryRun);
         if (!error.empty())
             return MakeFailure(model, EOutcome::Failed, error);
     }
@@ -156,13 +194,6 @@ std::string CMarkCommand::MakeSummary(const STally& tally) const
         "{} {}, {} as {}, {} failed", tally.changed,
         m_Options.isDryRun ? "would change" : "changed", tally.well,
         tally.well == 1 ? "it was" : "they were", tally.failed);
-}
-
-std::string CMarkCommand::MakeOutputPath(const SModelPath& model) const
-{
-    if (!m_IsOutputFolder)
-        return m_Options.outputPath;
-    return m_Options.outputPath + filesystem::SystemSeparator + std::string(model.GetName());
 }
 
 std::string CMarkCommand::MakeText(const SModelPath& model, const SMarkResult& result) const

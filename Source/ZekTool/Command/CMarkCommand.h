@@ -14,8 +14,8 @@ class CMarkCommand : public CModelCommand
 {
 public:
     /// An output path is a folder when there are several models, when it is one, or when it ends
-    /// with a slash. Throws `CUsageError` when two models would be written to one file, or one
-    /// depfile were for several models.
+    /// with a slash. Throws `CUsageError` when an output would go over another or over a model
+    /// of the list, or one depfile were for several models.
     CMarkCommand(const SCommandLine& line, const CModelList& models);
 
     SResult Run(const SModelPath& model) override;
@@ -24,7 +24,6 @@ public:
     std::string MakeSummary(const STally& tally) const override;
 
 private:
-    std::string MakeOutputPath(const SModelPath& model) const;
     std::string MakeText(const SModelPath& model, const SMarkResult& result) const;
     std::string MakeJson(
         const SModelPath& model, const std::string& outputPath, const SMarkResult& result) const;

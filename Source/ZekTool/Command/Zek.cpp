@@ -8,7 +8,6 @@
 
 #include <fmt/format.h>
 
-#include "Specific/FileSystem/CRandomAccessFile.h"
 #include "ZekTool/Command/CCheckCommand.h"
 #include "ZekTool/Command/CInfoCommand.h"
 #include "ZekTool/Command/CMarkCommand.h"
@@ -17,6 +16,7 @@
 #include "ZekTool/Command/CommandLine.h"
 #include "ZekTool/Command/Dump.h"
 #include "ZekTool/Models/CModelList.h"
+#include "ZekTool/Models/OpenModel.h"
 #include "ZekTool/Output/COutput.h"
 #include "ZekTool/Output/CProgress.h"
 #include "ZekTool/Output/CReplacementFile.h"
@@ -113,15 +113,6 @@ std::string ReportTo(const SCommandLine& line, COutput& output)
         command.End(output);
     output.Flush();
     return MakeSummary(command, tally);
-}
-
-/// Tells whether there is a model at a path, whatever is wrong with it.
-bool IsModel(const std::string& path)
-{
-    filesystem::CRandomAccessFile file;
-    char magic[4] = {};
-    return file.Open(path) && file.Read(0, magic, sizeof(magic)) == sizeof(magic) &&
-           std::string_view(magic, sizeof(magic)) == std::string_view("ZEK\0", sizeof(magic));
 }
 
 /// Writes a report to a file, complete or, after Ctrl-C, not at all.

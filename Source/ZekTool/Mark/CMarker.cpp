@@ -15,6 +15,7 @@
 #include "ZekTool/Mark/CDepfile.h"
 #include "ZekTool/Mark/CMarkSink.h"
 #include "ZekTool/Models/CVariantSearch.h"
+#include "ZekTool/Models/OpenModel.h"
 #include "ZekTool/Models/RefusalText.h"
 #include "ZekTool/Output/CReplacementFile.h"
 
@@ -94,6 +95,11 @@ private:
     bool CopyTo(CRandomAccessFile& output, bool& isReadWhole);
     bool WriteChanges(CRandomAccessFile& file) const;
     bool WriteDepfile();
+    bool IsDepfileApart();
+    const std::string& GetTarget() const
+    {
+        return m_Options.outputPath.empty() ? m_Path : m_Options.outputPath;
+    }
     bool IsSettled() const { return m_TimeToSettle.count() <= 0; }
 
     // How an attempt ends that need not be made again: both are true.
@@ -122,6 +128,8 @@ bool CMarker::Mark()
         return Fail(MakeRefusalText(m_Sink.GetRefusal(), m_File)) && m_File.IsUnchanged();
 
     FindVariants();
+    if (!m_Options.depfilePath.empty() && !IsDepfileApart())
+        return true;
     if (m_Options.isDryRun)
         return Succeed();
     if (!m_Options.depfilePath.empty() && !WriteDepfile())
@@ -256,14 +264,24 @@ bool CMarker::WriteDepfile()
             item.kind, item.index, item.name,
             [&](const std::string& path) { depfile.AddVariant(path); });
 
-    const std::string& target = m_Options.outputPath.empty() ? m_Path : m_Options.outputPath;
-    std::string reason = "the depfile is the model or its output; give it a name of its own";
-    const bool isItself = m_Options.depfilePath == target ||
-                          filesystem::IsSameFile(m_Options.depfilePath, target) ||
-                          filesystem::IsSameFile(m_Options.depfilePath, m_Path);
-    if (!isItself && depfile.Write(m_Options.depfilePath, target, reason))
+    std::string reason;
+    if (depfile.Write(m_Options.depfilePath, GetTarget(), reason))
         return true;
     Fail(reason);
+    return false;
+}
+
+/// Fails when the depfile would take the place of something else.
+bool CMarker::IsDepfileApart()
+{
+    const std::string& path = m_Options.depfilePath;
+    if (filesystem::GetPlace(path) == filesystem::GetPlace(GetTarget()) ||
+        filesystem::IsSameFile(path, GetTarget()) || filesystem::IsSameFile(path, m_Path))
+        Fail("the depfile is the model or its output; give it a name of its own");
+    else if (IsModel(path))
+        Fail("the depfile is another model; give it a name of its own");
+    else
+        return true;
     return false;
 }
 

@@ -1,6 +1,5 @@
 #include "ZekTool/Models/CModelList.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -79,7 +78,10 @@ bool CModelList::Next(SModelPath& model)
         return false;
     m_Models.clear();
     m_Next = 0;
-    if (FindModels(path, m_Patterns, m_Models) == 0)
+    if (path.empty())
+        m_Models.push_back(
+            {path, 0, "an empty path; two zero bytes follow each other in the list"});
+    else if (FindModels(path, m_Patterns, m_Models) == 0)
         m_Models.push_back({path, 0, "no model below it"});
     return NextKnown(model);
 }
@@ -101,18 +103,6 @@ bool CModelList::NextUndone(SModelPath& model)
         return false;
     model = {path, filesystem::GetNameStart(path)};
     return true;
-}
-
-std::optional<std::string> CModelList::FindRepeatedName() const
-{
-    std::vector<std::string_view> names;
-    for (const SModelPath& model : m_Models)
-        names.push_back(model.GetName());
-    std::sort(names.begin(), names.end());
-    const auto repeated = std::adjacent_find(names.begin(), names.end());
-    if (repeated == names.end())
-        return std::nullopt;
-    return std::string(*repeated);
 }
 
 std::string CModelList::GetError() const

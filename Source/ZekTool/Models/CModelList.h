@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +39,8 @@ public:
     /// Tells whether there is more than one path, or one that is a folder.
     bool IsSeveral() const { return m_IsSeveral; }
 
-    /// Returns a name (see `SModelPath::GetName`) that two of the known models have, or nothing.
-    std::optional<std::string> FindRepeatedName() const;
+    /// Returns all models before the first is taken; of a list that is read none is known.
+    const std::vector<SModelPath>& GetModels() const { return m_Models; }
 
     /// Why the reader could not read on, or empty.
     std::string GetError() const;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "ZEKFormat/SZEKLocation.h"
 
@@ -46,6 +48,15 @@ bool IsText(std::string_view bytes)
 }
 
 } // namespace
+
+std::string ReadStart(filesystem::CRandomAccessFile& file)
+{
+    constexpr std::size_t size = 64; // enough to tell the kinds apart
+    std::string start(size, '\0');
+    const std::int64_t count = file.Read(0, start.data(), static_cast<std::int64_t>(size));
+    start.resize(static_cast<std::size_t>(count));
+    return start;
+}
 
 std::string DescribeFileKind(std::string_view start)
 {

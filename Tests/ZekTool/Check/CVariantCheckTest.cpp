@@ -158,6 +158,9 @@ TEST_F(CVariantCheck, SaysWhatElseLiesInThePlaceOfAVariant)
             "warning: texture 0 \"wall.png\": flags[3] at 0x24: tex_dxt/000.dds cannot be opened "
             "and does not count as there; make it readable, or remove it [unreadable-variant]"}),
         Check(MakeModelWithTextures({{1, 1, 1, 0}})));
+    const Lines lines = Check(MakeModelWithTextures({{1, 1, 1, 1}}));
+    ASSERT_EQ(5U, lines.size());
+    EXPECT_NE(std::string::npos, lines[0].find("DXT is 1, and tex_dxt/000.dds cannot be opened; "));
 }
 
 TEST_F(CVariantCheck, FindsAFamilyThatOnlySomeHave)

@@ -94,6 +94,10 @@ TEST_F(Checker, SaysWhatAFileThatIsNoModelLooksLike)
         (Lines{"error: header: magic at 0x0: it looks like data that starts with \"Z\\x00A\\x01\"; "
                "give a ZEK model, or keep other files out of the list [not-a-model]"}),
         Check(Bytes{'Z', 0, 'A', 1, 2}));
+    EXPECT_EQ(
+        (Lines{"error: header: magic at 0x0: the file ends within the first 4 bytes; export or "
+               "copy the model again [truncated]"}),
+        Check(Bytes{'Z', 'E', 'K'}));
 }
 
 TEST_F(Checker, SaysThatAFileGivesFewerBytesThanItHas)

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "Specific/FileSystem/CRandomAccessFile.h"
 #include "Support/CTemporaryFolder.h"
@@ -50,6 +51,23 @@ TEST(VariantState, FollowsLinksAndTakesOneThatLeadsNowhereForUnreadable)
     EXPECT_EQ(EVariantState::File, LookAt(folder.GetPath("link")));
     EXPECT_EQ(EVariantState::Unreadable, LookAt(folder.GetPath("broken")));
     EXPECT_EQ(EVariantState::Unreadable, LookAt(folder.GetPath("circle")));
+}
+
+TEST(VariantState, OfAFolderThatMayNotBeSearchedIsUnreadable)
+{
+    const CTemporaryFolder folder;
+    folder.Write("closed/file", "bytes");
+    const uid_t user = geteuid();
+    constexpr uid_t nobody = 65534;
+    chmod(folder.GetPath("closed").c_str(), 0);
+    if (user == 0) // who may do everything
+    {
+        ASSERT_EQ(0, seteuid(nobody));
+    }
+    const EVariantState state = GetVariantState(folder.GetPath("closed/file"));
+    ASSERT_EQ(0, seteuid(user));
+    chmod(folder.GetPath("closed").c_str(), 0700);
+    EXPECT_EQ(EVariantState::Unreadable, state);
 }
 
 } // namespace

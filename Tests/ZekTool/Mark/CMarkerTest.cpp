@@ -382,7 +382,7 @@ TEST_F(CMarkerTest, WhatIsNoModelIsAFailureWithItsReason)
 {
     ExpectFailure(m_Path, "cannot be opened: No such file or directory");
     ExpectFailure(m_Folder.GetPath(), "cannot be opened: Not a regular file");
-    m_Folder.Write("model.zek", "ZEK");
+    m_Folder.Write("model.zek", "text");
     ExpectFailure(m_Path, "header: magic at 0x0: it looks like text");
 }
 

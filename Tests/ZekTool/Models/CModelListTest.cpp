@@ -120,12 +120,4 @@ TEST_F(CModelListTest, AListThatCannotBeReadHasAnError)
     EXPECT_EQ("Is a directory", list.GetError());
 }
 
-TEST_F(CModelListTest, ANameThatTwoModelsHaveIsFound)
-{
-    EXPECT_FALSE(CModelList({folder.GetPath("a")}, Zek).FindRepeatedName());
-    EXPECT_FALSE(CModelList({folder.GetPath()}, Zek).FindRepeatedName());
-    EXPECT_EQ(
-        "1.zek", CModelList({folder.GetPath("a"), folder.GetPath("b")}, Zek).FindRepeatedName());
-}
-
 } // namespace

@@ -21,4 +21,13 @@ TEST(FileKind, IsTakenFromTheFirstBytes)
     EXPECT_EQ("data that starts with \"\\x02\"", DescribeFileKind("\x02"));
 }
 
+TEST(FileKind, TheStartOfAModelIsToldFromAnotherStart)
+{
+    using namespace std::string_literals;
+    for (const std::string& start : {""s, "Z"s, "ZE"s, "ZEK"s})
+        EXPECT_TRUE(zektool::IsCutMagic(start)) << start;
+    for (const std::string& start : {"z"s, "ZK"s, "ZEN"s, "ZEK\0"s, "ZEK\0a"s, "ZEK "s})
+        EXPECT_FALSE(zektool::IsCutMagic(start)) << start;
+}
+
 } // namespace

@@ -43,4 +43,17 @@ TEST(OpenModel, TakesNothingButARegularFileWhateverFailedBefore)
     }
 }
 
+TEST(IsModel, GoesByTheFirstBytesAlone)
+{
+    using namespace std::string_literals;
+    const CTemporaryFolder folder;
+    ASSERT_EQ(0, mkfifo(folder.GetPath("fifo").c_str(), 0600));
+    folder.Write("model", "ZEK\0 and what is no model"s);
+    folder.Write("cut", "ZEK");
+    folder.Write("text", "ZEK ");
+    EXPECT_TRUE(zektool::IsModel(folder.GetPath("model")));
+    for (const char* other : {"cut", "text", "fifo", "none", ""})
+        EXPECT_FALSE(zektool::IsModel(folder.GetPath(other))) << other;
+}
+
 } // namespace

@@ -23,7 +23,8 @@ std::string GetText(const std::string& bytes)
 TEST(RefusalText, SaysOfWhatIsNoModelWhatItIs)
 {
     EXPECT_EQ("header: magic at 0x0: the file is empty", GetText(""));
-    EXPECT_EQ("header: magic at 0x0: it looks like text", GetText("ZEK"));
+    EXPECT_EQ("header: magic at 0x0: it looks like text", GetText("ZEN"));
+    EXPECT_EQ("header: magic at 0x0: the file ends within the first 4 bytes", GetText("ZEK"));
     EXPECT_EQ("header: magic at 0x0: it looks like a PNG picture", GetText("\x89PNG\r\n\0"s));
 }
 

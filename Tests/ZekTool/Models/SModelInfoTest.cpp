@@ -79,7 +79,7 @@ TEST(SModelInfo, ProbesOfOldVersionsGoByTheirIndexAndHaveNoFlags)
 TEST(SModelInfo, SaysWhyAModelCannotBeRead)
 {
     CTemporaryFolder folder;
-    folder.Write("model", "ZEK");
+    folder.Write("model", "text");
     SModelInfo info;
     EXPECT_EQ(
         "header: magic at 0x0: it looks like text", ReadModelInfo(folder.GetPath("model"), info));

@@ -69,7 +69,7 @@ TEST_F(SModelReportTest, LeavesOutItemsOfVersionsWithoutFlags)
 
 TEST_F(SModelReportTest, SaysWhyAModelIsRefused)
 {
-    m_Folder.Write("model.zek", "ZEK");
+    m_Folder.Write("model.zek", "text");
     const SModelReport report = MakeModelReport(m_Path, false);
     EXPECT_TRUE(report.IsRefused());
     EXPECT_EQ("header: magic at 0x0: it looks like text", report.refusal);
