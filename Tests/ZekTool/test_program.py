@@ -52,6 +52,10 @@ class ProgramTest(unittest.TestCase):
         with open(path, "rb") as file:
             return file.read()
 
+    def read_all(self):
+        files = [os.path.join(top, name) for top, _, names in os.walk(self.folder) for name in names]
+        return {path: self.read(path) for path in files}
+
 
 class Statuses(ProgramTest):
     def test_all_well(self):
@@ -217,6 +221,20 @@ class Threads(ProgramTest):
         self.assertEqual((0, b""), (result.returncode, result.stderr))
         self.assertIn(b"300 models: 300 shown, 0 failed", result.stdout)
 
+    def test_that_have_too_few_descriptors_take_no_variant_for_missing(self):
+        def limit():
+            resource.setrlimit(resource.RLIMIT_NOFILE, (4, 4))
+
+        path = self.write(b"a.zek", make_model(flags=b"\0\0\0\1", marker=1))
+        self.write(b"tex_dxt/000.dds", b"variant")
+        self.assertIn(b"as it was", run("mark", path).stdout)
+        for command in ("mark", "check", "report"):
+            result = run(command, path, "-j", "1", preexec_fn=limit, cwd=self.folder)
+            self.assertEqual(0 if command == "report" else 1, result.returncode)
+            page = b"" if command != "report" else self.read(self.folder + "/report.html")
+            self.assertIn(b"Too many open files", result.stdout + page)
+        self.assertEqual(make_model(flags=b"\0\0\0\1", marker=1), self.read(path))
+
 
 class Outputs(ProgramTest):
     def test_a_full_disk_is_a_failure(self):
@@ -228,6 +246,21 @@ class Outputs(ProgramTest):
                 errors = process.communicate(timeout=60)[1]
             self.assertEqual(1, process.returncode, words)
             self.assertIn(b"No space left on device", errors)
+
+    def test_a_limit_of_file_sizes_is_a_failure_and_no_signal(self):
+        def limit():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
+
+        path = self.write(b"a.zek", make_model(names=[b"x"] * 20))
+        for words in (["mark", "a.zek", "-o", "out.zek"], ["report", "-o", "page", "a.zek"]):
+            result = run(*words, cwd=self.folder, preexec_fn=limit)
+            self.assertEqual(1, result.returncode, words)
+            self.assertIn(b"File too large", result.stdout + result.stderr)
+            self.assertEqual(["a.zek"], os.listdir(self.folder))
+        with open(self.folder + "/log", "wb") as log:
+            process = start("dump", path, stdout=log, stderr=subprocess.PIPE, preexec_fn=limit)
+            self.assertIn(b"File too large", process.communicate(timeout=60)[1])
+        self.assertEqual(1, process.returncode)
 
     def test_a_closed_pipe_is_a_failure_and_no_signal(self):
         folder = self.write_many(3000)
@@ -292,10 +325,37 @@ class Models(ProgramTest):
         self.assertEqual(2, result.returncode)
         self.assertFalse(os.path.exists(self.folder + "/out"))
         for out in ("a", "a/1.zek", "./a/../a/1.zek"):
-            result = run("mark", "a/1.zek", "-o", out, cwd=self.folder)
-            self.assertEqual(1, result.returncode)
-            self.assertIn(b"the model itself", result.stdout)
+            for words in ([], ["-n"]):
+                result = run("mark", "a/1.zek", "-o", out, *words, cwd=self.folder)
+                self.assertEqual(1, result.returncode)
+                self.assertIn(b"the model itself", result.stdout)
         self.assertEqual(make_model(), self.read(self.folder + "/a/1.zek"))
+
+    def test_never_go_over_a_model_of_the_list(self):
+        for name in (b"src/gen/1.zek", b"out/gen/1.zek", b"out/1.zek", b"in/1.zek", b"in/2.zek"):
+            self.write(name, make_model(names=[name]))
+        os.mkdir(self.folder + "/links")
+        os.symlink("../in/2.zek", self.folder + "/links/1.zek")
+        os.mkdir(self.folder + "/pair")
+        os.symlink("../out", self.folder + "/pair/gen")
+        for words in (["src", "out/gen", "-o", "out"], ["in", "-o", "links"], ["src", "out/1.zek", "-o", "pair"]):
+            before = self.read_all()
+            result = run("mark", *words, cwd=self.folder)
+            self.assertEqual(2, result.returncode, (words, result))
+            self.assertEqual(before, self.read_all(), words)
+
+    def test_are_not_where_the_output_of_the_program_goes(self):
+        self.write(b"1.zek")
+        for words in (["mark", "1.zek", "-o"], ["mark", "1.zek", "--depfile"], ["report", "1.zek", "-o"]):
+            with open(self.folder + "/log", "wb") as log:
+                log.write(b"before\n")
+                log.flush()
+                process = start(*words, "/dev/stdout", stdout=log, stderr=subprocess.STDOUT, cwd=self.folder)
+                self.assertEqual(1, process.wait(timeout=60), words)
+            text = self.read(self.folder + "/log")
+            self.assertTrue(text.startswith(b"before\n"), text)
+            self.assertIn(b"where the program's own output goes", text)
+        self.assertEqual(make_model(), self.read(self.folder + "/1.zek"))
 
     def test_do_not_lie_where_the_next_run_looks_for_models(self):
         self.write(b"in/1.zek")
@@ -331,6 +391,13 @@ class Models(ProgramTest):
             self.assertEqual(1, result.returncode, words)
             self.assertIn(b"the depfile is the model or its output", result.stdout)
             self.assertEqual(make_model(), self.read(path))
+        other = self.write(b"2.zek")
+        for words, reason in ((["-o", "x", "--depfile", "./x"], b"or its output"), (["--depfile", "2.zek"], b"another model")):
+            for dry_run in ([], ["-n"]):
+                result = run("mark", *words, *dry_run, "1.zek", cwd=self.folder)
+                self.assertEqual(1, result.returncode, words)
+                self.assertIn(reason, result.stdout)
+        self.assertEqual((make_model(), make_model()), (self.read(path), self.read(other)))
 
     def test_a_dry_run_writes_nothing_anywhere(self):
         self.write(b"in/1.zek")

@@ -47,20 +47,29 @@ std::string MakeHelp()
 
 /// Adds an option that may be given several times, each time with one value.
 void AddRepeatable(
-    CLI::App& app, const char* name, std::vector<std::string>& values, const char* help)
+    CLI::App& app,
+    const char* name,
+    const char* valueName,
+    std::vector<std::string>& values,
+    const char* help)
 {
-    app.add_option(name, values, help)->expected(1)->take_all()->allow_extra_args(false);
+    app.add_option(name, values, help)
+        ->type_name(valueName)
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
 }
 
 constexpr const char* EmptyValue = "its value is empty";
 
 /// Adds an option with a value. An empty one is an unset variable in somebody's script, and must
 /// not be taken for no option: a mark without an output writes to the model.
-CLI::Option* AddValue(CLI::App& app, const char* name, std::string& value, const char* help)
+CLI::Option* AddValue(
+    CLI::App& app, const char* name, const char* valueName, std::string& value, const char* help)
 {
     const auto refuseEmpty = [](const std::string& text)
     { return std::string(text.empty() ? EmptyValue : ""); };
-    return app.add_option(name, value, help)->check(refuseEmpty, "");
+    return app.add_option(name, value, help)->type_name(valueName)->check(refuseEmpty, "");
 }
 
 /// Refuses words such as "--output=", whose value the parser would take from the next word.
@@ -77,13 +86,15 @@ void RefuseEmptyValues(const std::vector<std::string>& words)
 void AddPathOptions(CLI::App& app, SCommandLine& line, std::vector<std::string>& names)
 {
     AddRepeatable(
-        app, "--name", names,
+        app, "--name", "PATTERN", names,
         "Files that are models, in folders: a pattern with * ? [] (default *.zek; repeatable)");
     AddValue(
-        app, "--files0-from", line.files0From,
+        app, "--files0-from", "FILE", line.files0From,
         "Take the paths from FILE, each ended by a zero byte; - is standard input");
-    app.add_option("-j,--jobs", line.threadCount, "Threads (default: the number of processors)")
-        ->check(CLI::Range(std::size_t{1}, std::size_t{1024}));
+    app.add_option(
+           "-j,--jobs", line.threadCount, "Threads, up to 1024 (default: the number of processors)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, std::size_t{1024}).description(""));
 }
 
 void AddCubemapFolders(CLI::App& app, SCommandLine& line)
@@ -97,16 +108,21 @@ void AddDumpOptions(CLI::App& app, SCommandLine& line)
 {
     app.add_flag("--elements", line.isElements, "Show the elements of arrays, too");
     app.add_option("--section", line.section, "Show one section: header, nodes, ...")
+        ->type_name("NAME")
         ->check(CLI::IsMember(std::vector<std::string>(Sections.begin(), Sections.end())));
 }
 
 void AddCheckOptions(CLI::App& app, SCommandLine& line)
 {
     app.add_flag("--deep", line.isDeep, "Look at vertices and indices, too");
-    app.add_option("--max-findings", line.maxFindings, "Findings shown a model (default 100)");
-    AddRepeatable(app, "--ignore", line.ignored, "Leave a finding out (repeatable)");
-    AddRepeatable(app, "--error", line.errorCodes, "Count a finding as an error (repeatable)");
-    AddValue(app, "--explain", line.explainedCode, "Say what a finding means and what to do")
+    app.add_option("--max-findings", line.maxFindings, "Findings shown a model (default 100)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{0}, std::size_t{1000000000}).description(""));
+    AddRepeatable(app, "--ignore", "CODE", line.ignored, "Leave a finding out (repeatable)");
+    AddRepeatable(
+        app, "--error", "CODE", line.errorCodes, "Count a finding as an error (repeatable)");
+    AddValue(
+        app, "--explain", "CODE", line.explainedCode, "Say what a finding means and what to do")
         ->excludes(app.get_option("--json"));
     AddCubemapFolders(app, line);
 }
@@ -117,10 +133,11 @@ void AddMarkOptions(CLI::App& app, SCommandLine& line)
     app.add_flag(
         "--always", line.isAlways, "Set when a model was modified, also if it needs no change");
     AddValue(
-        app, "-o,--output", line.outputPath,
+        app, "-o,--output", "OUT", line.outputPath,
         "Leave the models alone and write to OUT, a folder when there are several");
     AddValue(
-        app, "--depfile", line.depfilePath, "Write what the result depends on, for Ninja and Make");
+        app, "--depfile", "FILE", line.depfilePath,
+        "Write what the result depends on, for Ninja and Make");
     AddCubemapFolders(app, line);
 }
 
@@ -130,7 +147,7 @@ void AddReportOptions(CLI::App& app, SCommandLine& line)
         app.add_flag("--csv", line.isCsv, "Print comma-separated values instead, a line a model");
     csv->excludes(app.get_option("--json"));
     AddValue(
-        app, "-o,--output", line.outputPath,
+        app, "-o,--output", "OUT", line.outputPath,
         "Write to OUT: without it the page goes to report.html in the working folder, and --csv "
         "and --json to standard output");
     AddCubemapFolders(app, line);
@@ -166,6 +183,12 @@ public:
         return std::string("\nUsage: zek ") + m_Command.name + " [OPTION...] " +
                (isDump ? "MODEL\n" : "PATH...\n") +
                (isCheck ? "       zek check --explain CODE\n" : "");
+    }
+
+    /// What an option does not go with is said when it is tried.
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        return option->get_type_size() == 0 ? "" : " " + option->get_type_name();
     }
 
 private:

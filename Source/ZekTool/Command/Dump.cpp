@@ -192,6 +192,8 @@ EExitStatus Dump(const SCommandLine& line, COutput& output)
     const filesystem::SPathStatus status = filesystem::GetPathStatus(path);
     if (status.kind == filesystem::EPathKind::Absent)
         throw CUsageError(MakeNoPathError(path, status.error));
+    if (status.kind == filesystem::EPathKind::Folder)
+        throw CUsageError(MakeShowable(path) + ": is a folder; name one model");
 
     const auto dumper = MakeDumper(line, output);
     try

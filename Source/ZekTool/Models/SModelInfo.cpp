@@ -28,7 +28,7 @@ public:
         m_Info.version = header.version;
         m_Info.hasGeometry = header.version < zek::version::TexturesOnly;
         m_Info.hasMarker = header.processedMarker.offset >= 0;
-        m_Info.isProcessed = m_Info.hasMarker && (header.processedMarkerValue & 0xff) != 0;
+        m_Info.isProcessed = m_Info.hasMarker && (header.processedMarkerValue & 0xff) == 1;
     }
 
     void Node(const zek::SZEKNode&) { ++m_Info.nodeCount; }

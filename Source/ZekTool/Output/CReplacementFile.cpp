@@ -43,6 +43,11 @@ bool CReplacementFile::Create()
         if (!error.empty())
             return Fail(error);
     }
+    for (const char* stream : {"/dev/stdout", "/dev/stderr"})
+    {
+        if (filesystem::IsSameFile(m_Path, stream))
+            return Fail("It is where the program's own output goes");
+    }
     const EPathKind kind = filesystem::GetPathStatus(m_Path).kind;
     if (kind == EPathKind::Folder || kind == EPathKind::Other)
         return Fail("Not a regular file");

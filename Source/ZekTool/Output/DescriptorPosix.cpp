@@ -38,7 +38,9 @@ void PrepareStandardStreams()
     // In this order: each opens the lowest that is closed.
     for (int descriptor : {StandardInput, StandardOutput, StandardError})
         KeepClosed(descriptor);
+    // Both make a write fail, with the reason, instead of ending the program.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int OpenToRead(const std::string& path)

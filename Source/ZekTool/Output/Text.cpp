@@ -18,10 +18,13 @@ struct SCharacter
     std::size_t size; ///< in bytes; 0 when there is none
 };
 
-/// C0 and C1 control characters: what they do to a terminal is not for a model to decide.
+/// Control characters, ends of lines and paragraphs, and what turns the direction of writing: what
+/// they do to a terminal is not for a model to decide.
 bool IsControl(char32_t code)
 {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x61C || code == 0x200E ||
+           code == 0x200F || (code >= 0x2028 && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
 }
 
 /// Reads the character that bytes start with.

@@ -68,6 +68,8 @@ TEST(CommandLine, WrongUseIsAnError)
              {"mark", "--files0-from", "list", "a"},
              {"mark", "--files0-from", "list", "-o", "out"},
              {"report", "--csv", "--json", "a"},
+             {"check", "--max-findings", "-1", "a"},
+             {"check", "--max-findings", "all", "a"},
              {"check", "--json", "--explain", "not-marked"},
              {"report", "--deep", "a"},
              {"help", "frob"}})

@@ -29,6 +29,10 @@ TEST(Text, WhatWouldBreakALineOrATerminalIsWrittenInHex)
         "\\xc2\\x9b1m", MakeShowable("\xC2\x9B"
                                      "1m"));
     EXPECT_EQ("\xC2\xA0", MakeShowable("\xC2\xA0"));
+    for (const char* steering : {"\u061C", "\u200E", "\u2028", "\u202E", "\u2066", "\u2069"})
+        EXPECT_EQ(std::string::npos, MakeShowable(steering).find(steering));
+    for (const char* plain : {"\u200D", "\u2027", "\u202F", "\u2065", "\u206A"})
+        EXPECT_EQ(plain, MakeShowable(plain));
     EXPECT_EQ("\\xe9x\\xff", MakeShowable("\xE9x\xFF"));
     EXPECT_EQ("\"a\\x00\"", MakeQuoted(std::string_view("a\0", 2)));
 }
