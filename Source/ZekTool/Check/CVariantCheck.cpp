@@ -210,8 +210,10 @@ void CVariantCheck::CheckFlag(const SItem& item, std::size_t family, const SVari
 
 void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVariant& variant)
 {
+    if (variant.isThere)
+        return;
     const int faceCount = zek::CZEKVariantFinder::GetFileCount(item.variant.kind);
-    if (variant.fileCount > 0 && !variant.isThere)
+    if (variant.fileCount > 0)
         Add(EFinding::IncompleteCubemap, item, family, variant.example,
             [&](const std::string& path)
             {
@@ -219,7 +221,7 @@ void CVariantCheck::CheckFaces(const SItem& item, std::size_t family, const SVar
                        " of " + std::to_string(faceCount) + " faces; " + Shorten(path) +
                        GetStateText(variant.state);
             });
-    else if (variant.fileCount == 0 && IsInFolders(item, family))
+    if (IsInFolders(item, family))
         Add(EFinding::CubemapInFolders, item, family, variant.example,
             [&](const std::string& path) {
                 return GetFamilyName(family) + " has faces in folders, and is looked for as " +

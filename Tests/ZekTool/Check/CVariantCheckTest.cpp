@@ -137,6 +137,11 @@ TEST_F(CVariantCheck, SaysSoOfTheLastFaceAloneToo)
     const Lines lines = Check(MakeModelWithProbe(None));
     ASSERT_EQ(1U, lines.size());
     EXPECT_NE(std::string::npos, lines[0].find("[cubemap-in-folders]"));
+    WriteFirstFaces(2, "\\");
+    const Lines both = Check();
+    ASSERT_EQ(2U, both.size());
+    EXPECT_NE(std::string::npos, both[0].find("DXT has 2 of 6 faces"));
+    EXPECT_NE(std::string::npos, both[1].find("[cubemap-in-folders]"));
 }
 
 TEST_F(CVariantCheck, SaysWhatElseLiesInThePlaceOfAVariant)
