@@ -1,10 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZEKFormat/CZEKSink.h"
 #include "ZEKOverwriter/FlagQuad.h"
+#include "ZEKOverwriter/ReserveRecords.h"
 
 namespace zek
 {
@@ -14,6 +17,22 @@ namespace zek
 class CZEKFlagSink : public CZEKSink
 {
 public:
+    void BeginRecords(std::string_view kind, int count, std::int64_t left)
+    {
+        if (kind == "textures")
+            ReserveRecords(m_TextureFlagQuadList, count, left, SmallestTextureSize);
+        else if (kind == "probes")
+        {
+            ReserveRecords(m_ProbeFlagQuadList, count, left, SmallestProbeSize);
+            ReserveRecords(m_ProbeNameList, count, left, SmallestProbeSize);
+        }
+        else if (kind == "lightmaps")
+        {
+            ReserveRecords(m_LightmapFlagQuadList, count, left, SmallestLightmapSize);
+            ReserveRecords(m_LightmapNameList, count, left, SmallestLightmapSize);
+        }
+    }
+
     void Header(const SZEKHeader& header) { m_ProcessedMarker = header.processedMarker.address; }
 
     void Texture(const SZEKTexture& texture)

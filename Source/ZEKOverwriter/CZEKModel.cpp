@@ -9,6 +9,7 @@
 #include "ZEKFormat/CZEKRefusalSink.h"
 #include "ZEKFormat/CZEKWalk.h"
 #include "ZEKFormat/ZEKFile.h"
+#include "ZEKOverwriter/ReserveRecords.h"
 
 namespace zek
 {
@@ -178,16 +179,10 @@ private:
     std::vector<S3D> m_MorphPosList;
 };
 
-/// Makes room for records, but for no more than the bytes left can hold: a list that grows by
-/// itself takes up to three times its size. How small a record can be decides about memory alone:
-/// with any other size the same is loaded.
 void CZEKModel::CLoader::BeginRecords(std::string_view kind, int count, std::int64_t left)
 {
-    const auto reserve = [&](auto& list, std::int64_t smallestSize)
-    {
-        const std::int64_t most = std::clamp<std::int64_t>(count, 0, left / smallestSize);
-        list.reserve(static_cast<std::size_t>(most));
-    };
+    const auto reserve = [&](auto& list, int smallestSize)
+    { ReserveRecords(list, count, left, smallestSize); };
     if (kind == "nodes")
     {
         reserve(m_Model.m_NodeList, 1 + 52);
@@ -202,13 +197,13 @@ void CZEKModel::CLoader::BeginRecords(std::string_view kind, int count, std::int
     else if (kind == "materials")
         reserve(m_Model.m_MaterialList, 1 + 57);
     else if (kind == "textures")
-        reserve(m_Model.m_TextureList, 1 + 4 + 4);
+        reserve(m_Model.m_TextureList, SmallestTextureSize);
     else if (kind == "bones")
         reserve(m_Model.m_BoneNameList, 1 + 4);
     else if (kind == "probes")
-        reserve(m_Model.m_ProbeList, 4 + 24);
+        reserve(m_Model.m_ProbeList, SmallestProbeSize);
     else if (kind == "lightmaps")
-        reserve(m_Model.m_LightmapList, 1 + 4);
+        reserve(m_Model.m_LightmapList, SmallestLightmapSize);
 }
 
 void CZEKModel::CLoader::Vertex(const SZEKMeshHeader& header, const SZEKVertex& vertex)

@@ -46,14 +46,6 @@ std::string MakeName(int number)
     return name;
 }
 
-SModel MakeModel(const SFilling& filling, int n)
-{
-    SModel model;
-    model.version = filling.version;
-    filling.fill(model, n);
-    return model;
-}
-
 void FillSimplePrimitives(SModel& model, int n, const std::vector<int>& indices)
 {
     model.nodes.resize(1);
@@ -225,6 +217,33 @@ const std::vector<std::pair<std::string, int>> Counts = {
     {"lightmapCount", 26},
 };
 
+SHostileModel MakeHostileModel(const SFilling& filling, int n)
+{
+    SModel content;
+    content.version = filling.version;
+    filling.fill(content, n);
+    return {
+        filling.what + ", " + std::to_string(n), CModelBuilder::Build(content).GetImage(), true};
+}
+
+/// Returns how often what a model is filled with goes into a size in bytes.
+int GetMostRecords(const SFilling& filling, std::size_t size)
+{
+    constexpr int sample = 10000;
+    const std::size_t sampleSize = MakeHostileModel(filling, 2 * sample).image.size() -
+                                   MakeHostileModel(filling, sample).image.size();
+    return static_cast<int>(size * sample / sampleSize);
+}
+
+/// Returns the highest power of two below a number.
+int GetPowerOfTwoBelow(int number)
+{
+    int power = 1;
+    while (2 * power < number)
+        power *= 2;
+    return power;
+}
+
 } // namespace
 
 std::vector<SHostileModel> MakeHostileModels(std::size_t size)
@@ -232,18 +251,18 @@ std::vector<SHostileModel> MakeHostileModels(std::size_t size)
     std::vector<SHostileModel> models;
     for (const SFilling& filling : GetFillings())
     {
-        const auto getSize = [&](int n)
-        { return CModelBuilder::Build(MakeModel(filling, n)).GetImage().size(); };
-        constexpr int sample = 10000;
-        const std::size_t sampleSize = getSize(2 * sample) - getSize(sample);
-        const SModel model = MakeModel(filling, static_cast<int>(size * sample / sampleSize));
-        models.push_back({filling.what, CModelBuilder::Build(model).GetImage(), true});
+        // With one record more than a power of two, a list that doubles has twice the room that it
+        // needs, and while it moves there, the old one besides.
+        const int most = GetMostRecords(filling, size);
+        const int power = GetPowerOfTwoBelow(most);
+        for (const int n : {most, power, power + 1})
+            models.push_back(MakeHostileModel(filling, n));
     }
     for (const auto& [name, version] : Counts)
     {
-        SModel model = testsupport::MakeFullModel(version);
-        model.tail.assign(size, 't');
-        const CModelBuilder builder = CModelBuilder::Build(model);
+        SModel content = testsupport::MakeFullModel(version);
+        content.tail.assign(size, 't');
+        const CModelBuilder builder = CModelBuilder::Build(content);
         models.push_back(
             {"huge " + name + ", version " + std::to_string(version), builder.GetImage(), false});
         fileimage::WriteInt(

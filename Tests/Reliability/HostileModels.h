@@ -12,14 +12,15 @@
 /// A model made to cost as much memory as it can.
 struct SHostileModel
 {
-    std::string what; ///< such as "lightmaps without names"
+    std::string what; ///< such as "lightmaps without names, 32769"
     testsupport::Bytes image;
     bool isAccepted;
 };
 
-/// Returns models of about a size in bytes: each kind of record at its smallest and again with a
-/// name that just needs a block of its own, as many as go in; names that fill the file; and each
-/// count as high as an int can be, over bytes that hold no such number of records.
+/// Returns models of at most about a size in bytes: each kind of record at its smallest and again
+/// with a name that just needs a block of its own, as many as go in, and as many as a power of two
+/// and one more; names of such lengths; and each count as high as an int can be, over bytes that
+/// hold no such number of records.
 std::vector<SHostileModel> MakeHostileModels(std::size_t size);
 
 /// How the names of files begin, of models that are accepted and of those that are refused.

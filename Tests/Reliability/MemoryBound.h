@@ -6,7 +6,7 @@
 /// of the file, the file's image included, and a fixed rest for paths and messages.
 ///
 /// The most expensive byte of a file is that of a lightmap without a name: its record takes five
-/// bytes, and its name and its four flag addresses take more than a hundred.
+/// bytes, and its name and its four flag addresses take 64.
 constexpr std::size_t MostHeapBytesPerFileByte = 24;
 constexpr std::size_t MostFixedHeapBytes = 16 * 1024;
 
