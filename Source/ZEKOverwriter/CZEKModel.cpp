@@ -9,6 +9,7 @@
 #include "ZEKFormat/CZEKRefusalSink.h"
 #include "ZEKFormat/CZEKWalk.h"
 #include "ZEKFormat/ZEKFile.h"
+#include "ZEKFormat/ZEKVersion.h"
 #include "ZEKOverwriter/ReserveRecords.h"
 
 namespace zek
@@ -19,6 +20,11 @@ namespace
 
 constexpr int NoLightmap = -1;
 constexpr int NoColliderMesh = -1;
+
+/// The smallest node, in bytes: no name, a transform, and since nodes can have a mesh, whose lists
+/// take room beside theirs, two switches, a reference and the reserved bytes.
+constexpr int SmallestOldNodeSize = 1 + 52;
+constexpr int SmallestNodeSize = SmallestOldNodeSize + 4 + 4 + 4 + 20 + 4;
 
 std::array<int, CompressionFamilyCount> GetFlags(const SZEKFlags& flags)
 {
@@ -185,8 +191,10 @@ void CZEKModel::CLoader::BeginRecords(std::string_view kind, int count, std::int
     { ReserveRecords(list, count, left, smallestSize); };
     if (kind == "nodes")
     {
-        reserve(m_Model.m_NodeList, 1 + 52);
-        reserve(m_Model.m_ColliderMeshIndexList, 1 + 52);
+        const int smallestSize =
+            m_Model.m_Version < version::ColliderMesh ? SmallestOldNodeSize : SmallestNodeSize;
+        reserve(m_Model.m_NodeList, smallestSize);
+        reserve(m_Model.m_ColliderMeshIndexList, smallestSize);
     }
     else if (kind == "meshes")
         reserve(m_Model.m_MeshList, 10 + 24 + 4 + 4);

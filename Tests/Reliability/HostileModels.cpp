@@ -25,6 +25,7 @@ struct SFilling
     std::string what;
     int version;
     Fill fill;
+    std::vector<std::string> hugeCounts = {}; ///< each is as high as an int can be
 };
 
 // One more than a std::string of the common libraries keeps within itself.
@@ -171,6 +172,11 @@ const std::vector<SFilling>& GetFillings()
          [](SModel& model, int n) { FillSimplePrimitives(model, n, {}); }},
         {"primitives of a collision mesh with one index", 25,
          [](SModel& model, int n) { FillSimplePrimitives(model, n, {0}); }},
+        // The lists of the nodes, of which there is one, have room as well.
+        {"primitives with one index of a collision mesh, and huge counts",
+         25,
+         [](SModel& model, int n) { FillSimplePrimitives(model, n, {0}); },
+         {"nodeCount", "colliderMesh.primitiveCount"}},
         {"nodes without names", 7, [](SModel& model, int n) { Repeat(model.nodes, n, SNode{""}); }},
         {"materials without names", 7,
          [](SModel& model, int n) { Repeat(model.materials, n, SMaterial{""}); }},
@@ -217,13 +223,27 @@ const std::vector<std::pair<std::string, int>> Counts = {
     {"lightmapCount", 26},
 };
 
+/// Sets counts to the highest int, after which the model is refused.
+void SetHuge(
+    SHostileModel& model, const CModelBuilder& builder, const std::vector<std::string>& counts)
+{
+    for (const std::string& name : counts)
+    {
+        fileimage::WriteInt(
+            model.image.data() + builder.GetOffset(name), std::numeric_limits<int>::max());
+        model.isAccepted = false;
+    }
+}
+
 SHostileModel MakeHostileModel(const SFilling& filling, int n)
 {
     SModel content;
     content.version = filling.version;
     filling.fill(content, n);
-    return {
-        filling.what + ", " + std::to_string(n), CModelBuilder::Build(content).GetImage(), true};
+    const CModelBuilder builder = CModelBuilder::Build(content);
+    SHostileModel model{filling.what + ", " + std::to_string(n), builder.GetImage(), true};
+    SetHuge(model, builder, filling.hugeCounts);
+    return model;
 }
 
 /// Returns how often what a model is filled with goes into a size in bytes.
@@ -264,9 +284,8 @@ std::vector<SHostileModel> MakeHostileModels(std::size_t size)
         content.tail.assign(size, 't');
         const CModelBuilder builder = CModelBuilder::Build(content);
         models.push_back(
-            {"huge " + name + ", version " + std::to_string(version), builder.GetImage(), false});
-        fileimage::WriteInt(
-            models.back().image.data() + builder.GetOffset(name), std::numeric_limits<int>::max());
+            {"huge " + name + ", version " + std::to_string(version), builder.GetImage(), true});
+        SetHuge(models.back(), builder, {name});
     }
     return models;
 }

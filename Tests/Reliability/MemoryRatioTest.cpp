@@ -6,6 +6,8 @@
 #include "Reliability/CSilence.h"
 #include "Reliability/HostileModels.h"
 #include "Reliability/MemoryBound.h"
+#include "Specific/FileSystem/CRandomAccessFile.h"
+#include "Support/CTemporaryFolder.h"
 #include "Support/Heap.h"
 #include "ZEKOverwriter/CZEKModel.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
@@ -30,15 +32,35 @@ std::size_t MeasurePass(const SHostileModel& model)
     return testsupport::GetPeakBytes() - bytesBefore;
 }
 
-/// Loads the model and returns the most heap bytes that were in use, the image left out.
-std::size_t MeasureLoad(const SHostileModel& model)
+/// Loads a model and returns the most heap bytes that were in use, the image left out.
+template <typename Load>
+std::size_t MeasureLoading(const SHostileModel& model, Load load)
 {
     const std::size_t bytesBefore = testsupport::GetLiveBytes();
     testsupport::ResetPeak();
+    zek::CZEKModel loaded;
     zek::SZEKRefusal refusal;
-    const auto size = static_cast<std::int64_t>(model.image.size());
-    EXPECT_EQ(zek::CZEKModel().Load(model.image.data(), size, refusal), model.isAccepted);
+    EXPECT_EQ(load(loaded, refusal), model.isAccepted);
     return testsupport::GetPeakBytes() - bytesBefore;
+}
+
+std::size_t MeasureLoad(const SHostileModel& model)
+{
+    const auto size = static_cast<std::int64_t>(model.image.size());
+    return MeasureLoading(
+        model, [&](zek::CZEKModel& loaded, zek::SZEKRefusal& refusal)
+        { return loaded.Load(model.image.data(), size, refusal); });
+}
+
+std::size_t MeasureLoadFromFile(const SHostileModel& model)
+{
+    const testsupport::CTemporaryFolder folder;
+    folder.Write("model.zek", model.image);
+    filesystem::CRandomAccessFile file;
+    EXPECT_TRUE(file.Open(folder.GetPath("model.zek")));
+    return MeasureLoading(
+        model, [&](zek::CZEKModel& loaded, zek::SZEKRefusal& refusal)
+        { return loaded.Load(file, refusal); });
 }
 
 /// Expects a measurement to stay within the bound for every hostile model.
@@ -67,4 +89,9 @@ TEST(MemoryRatioTest, NoFileCostsMoreHeapThanTheBoundTimesItsSize)
 TEST(MemoryRatioTest, NoModelCostsMoreHeapToLoadThanTheBoundTimesTheSizeOfItsFile)
 {
     ExpectWithinBound(MeasureLoad);
+}
+
+TEST(MemoryRatioTest, NoModelCostsMoreHeapToLoadFromAFileThanTheBoundTimesItsSize)
+{
+    ExpectWithinBound(MeasureLoadFromFile);
 }
