@@ -103,7 +103,7 @@ TEST(CommandLine, ArgumentThatLooksLikeAnOptionIsAPath)
     ExpectSuccess(folder, "-v", NothingFound, "-v", PatchedEmptyModel);
 }
 
-TEST(CommandLine, SecondRunPrintsTheSameAndChangesNothing)
+TEST(CommandLine, SecondRunPrintsTheSameAndWritesTheSame)
 {
     const CTemporaryFolder folder;
     SModel model = MakeFullModel(26);

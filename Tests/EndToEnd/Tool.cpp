@@ -59,6 +59,21 @@ void AgeFiles(const CTemporaryFolder& folder)
         files::last_write_time(path, time - std::chrono::hours(1));
 }
 
+/// Expects one file to have been written to and no other. One that was not there before changes its
+/// folder as well.
+void ExpectWritten(const std::string& file, WriteTimes before, WriteTimes after)
+{
+    const bool isNew = before.count(file) == 0;
+    EXPECT_NE(before[file], after[file]) << file << " was not written to";
+    before[file] = after[file];
+    if (isNew)
+    {
+        const std::string folder = files::path(file).parent_path().string();
+        before[folder] = after[folder];
+    }
+    EXPECT_EQ(before, after) << "more was written to than " << file;
+}
+
 } // namespace
 
 SProgramResult RunTool(const CTemporaryFolder& folder, const std::vector<std::string>& arguments)
@@ -95,6 +110,8 @@ void ExpectSuccess(
     const std::string& writtenFile,
     const Bytes& image)
 {
+    AgeFiles(folder);
+    const WriteTimes times = GetWriteTimes(folder);
     FolderContents expected = folder.GetContents();
     expected[writtenFile] = image;
 
@@ -103,6 +120,7 @@ void ExpectSuccess(
     EXPECT_EQ("", result.errors);
     EXPECT_EQ(0, result.exitStatus);
     EXPECT_EQ(expected, folder.GetContents());
+    ExpectWritten(folder.GetPath(writtenFile), times, GetWriteTimes(folder));
 }
 
 void ExpectError(const CTemporaryFolder& folder, const std::string& path)

@@ -39,7 +39,8 @@ Bytes MakePatched(const CModelBuilder& builder, const SItemFlags& flags);
 std::string MakeCountLines(int version, const SItemFlags& flags);
 
 /// Runs the program on a path in a folder and expects it to succeed with these count lines and to
-/// leave every file as it was, but for one, named relative to the folder, which becomes the image.
+/// leave every file as it was, but for one, named relative to the folder, which becomes the image
+/// and is written to even if it was that before.
 void ExpectSuccess(
     const CTemporaryFolder& folder,
     const std::string& path,
