@@ -246,13 +246,16 @@ bool CZEKModel::Load(filesystem::CRandomAccessFile& file, SZEKRefusal& refusal)
 template <typename Source>
 bool CZEKModel::LoadFrom(Source& source, SZEKRefusal& refusal)
 {
-    *this = CZEKModel();
-    CLoader loader(*this);
+    *this = CZEKModel(); // gives back its memory first
+    CZEKModel model;
+    CLoader loader(model);
     CZEKWalk<Source, CLoader> walk(source, loader);
     if (WalkFile(walk))
+    {
+        *this = std::move(model);
         return true;
+    }
     refusal = loader.GetRefusal();
-    *this = CZEKModel();
     return false;
 }
 

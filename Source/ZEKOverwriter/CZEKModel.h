@@ -39,7 +39,7 @@ class CZEKModel
 {
 public:
     /// Loads an image of size bytes in place of what was there. On false the model is empty and the
-    /// refusal says why.
+    /// refusal says why. Throws std::bad_alloc when memory runs out, and the model is empty.
     bool Load(const unsigned char* image, std::int64_t size, SZEKRefusal& refusal);
 
     /// The same from an open file.

@@ -1,8 +1,13 @@
+#include <cstdint>
+#include <new>
+
 #include <gtest/gtest.h>
 
 #include "Reliability/RunMain.h"
 #include "Support/CModelBuilder.h"
 #include "Support/CTemporaryFolder.h"
+#include "Support/Heap.h"
+#include "ZEKOverwriter/CZEKModel.h"
 
 namespace
 {
@@ -10,6 +15,27 @@ namespace
 class AllocationFailureTest : public testing::TestWithParam<int>
 {
 };
+
+/// Does something with the n-th allocation failing, from 1. False when that had it throw.
+template <typename Work>
+bool IsDoneWithout(int allocation, const Work& work)
+{
+    const testsupport::CAllocationWatch watch(
+        [&](std::size_t)
+        {
+            if (--allocation == 0)
+                throw std::bad_alloc();
+        });
+    try
+    {
+        EXPECT_TRUE(work());
+        return true;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false;
+    }
+}
 
 } // namespace
 
@@ -41,6 +67,30 @@ TEST_P(AllocationFailureTest, AnyAllocationMayFailAndTheRunEndsInErrorWithNothin
     RecordProperty("failures", fault.allocation - 1);
     EXPECT_NE(folder.GetContents(), before);
     EXPECT_GT(fault.allocation, 5);
+}
+
+TEST_P(AllocationFailureTest, AnyAllocationMayFailInALoadWhichThrowsAndLeavesAnEmptyModel)
+{
+    const auto builder = testsupport::CModelBuilder::Build(testsupport::MakeFullModel(GetParam()));
+    const testsupport::Bytes& image = builder.GetImage();
+    zek::SZEKRefusal refusal;
+    int allocation = 0;
+    for (bool hasFailed = true; hasFailed;)
+    {
+        SCOPED_TRACE("allocation " + std::to_string(++allocation));
+        const std::size_t blocksBefore = testsupport::GetLiveBlocks();
+        zek::CZEKModel model;
+        const auto load = [&]
+        { return model.Load(image.data(), static_cast<std::int64_t>(image.size()), refusal); };
+        ASSERT_TRUE(load());
+        hasFailed = !IsDoneWithout(allocation, load);
+        if (hasFailed)
+        {
+            ASSERT_EQ(model.GetVersion(), 0);
+            ASSERT_EQ(testsupport::GetLiveBlocks(), blocksBefore);
+        }
+    }
+    EXPECT_GT(allocation, 5);
 }
 
 INSTANTIATE_TEST_SUITE_P(
