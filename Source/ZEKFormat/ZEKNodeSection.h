@@ -75,9 +75,14 @@ template <typename Walk>
 
 /// Walks bytes of a node of which nothing is known.
 template <typename Walk>
-[[gnu::always_inline]] inline bool WalkReserved(Walk& walk, const char* name, int size)
+[[gnu::always_inline]] inline bool WalkNodeReserved(Walk& walk, int version)
 {
-    return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); });
+    constexpr int blockSize = 20;
+    constexpr int wordSize = 4;
+    const auto walkReserved = [&](const char* name, int size)
+    { return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); }); };
+    return (version < version::NodeReservedBlock || walkReserved("reservedBlock", blockSize)) &&
+           (version < version::NodeReservedWord || walkReserved("reservedWord", wordSize));
 }
 
 template <typename Walk>
@@ -110,14 +115,7 @@ bool WalkNode(Walk& walk, int version)
         return false;
     if (version >= version::NodeReference && !WalkNodeReference(walk, version))
         return false;
-
-    constexpr int reservedBlockSize = 20;
-    constexpr int reservedWordSize = 4;
-    if (version >= version::NodeReservedBlock &&
-        !WalkReserved(walk, "reservedBlock", reservedBlockSize))
-        return false;
-    if (version >= version::NodeReservedWord &&
-        !WalkReserved(walk, "reservedWord", reservedWordSize))
+    if (!WalkNodeReserved(walk, version))
         return false;
     walk.GetSink().Node(node);
     return true;
