@@ -17,7 +17,8 @@ namespace zek
 {
 
 /// A lightmap or reflection probe: what it is called and which compressed variants of it exist, one
-/// int per compression family, 1 where one does.
+/// int per compression family: the byte of the file, which is 1 where a variant exists and may have
+/// any value in a file that is wrong.
 struct SZEKNamedItem
 {
     std::string name;
@@ -39,7 +40,8 @@ class CZEKModel
 {
 public:
     /// Loads an image of size bytes in place of what was there. On false the model is empty and the
-    /// refusal says why. Throws std::bad_alloc when memory runs out, and the model is empty.
+    /// refusal says why; on true the refusal is as it was. Throws std::bad_alloc when memory runs
+    /// out, and the model is empty.
     bool Load(const unsigned char* image, std::int64_t size, SZEKRefusal& refusal);
 
     /// The same from an open file.

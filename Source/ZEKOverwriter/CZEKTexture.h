@@ -32,7 +32,8 @@ public:
     /// Tells whether the texture ends at its edges instead of repeating.
     bool IsClamp() const { return m_IsClamp; }
 
-    /// One int per compression family, 1 where a compressed variant exists.
+    /// One int per compression family: the byte of the file, which is 1 where a compressed variant
+    /// exists and may have any value in a file that is wrong.
     const std::vector<int>& GetTextureCompressionSupportedList() const
     {
         return m_TextureCompressionSupportedList;
