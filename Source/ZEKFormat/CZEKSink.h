@@ -13,7 +13,8 @@ namespace zek
 
 /// All that a walk tells, and nothing done about it. A sink derives from this and has functions of
 /// the same names for what it wants to hear; the walk knows its type, so that the others cost
-/// nothing and none is virtual.
+/// nothing and none is virtual. A function with a name that is not here is therefore never called,
+/// and no compiler complains; one whose arguments do not fit does not compile.
 ///
 /// Texts and addresses are valid until the function returns.
 struct CZEKSink

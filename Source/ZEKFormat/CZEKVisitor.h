@@ -57,7 +57,9 @@ public:
 
     virtual void OnField(const SZEKField& field) = 0;
 
-    /// An array is one event, unless its elements are wanted.
+    /// An array is one event, also without elements. Where its elements are wanted there is none,
+    /// so that nothing is heard of an array without any. Of the vertices of a collision mesh that
+    /// is cut short the array has those that are there, not as many as stated.
     virtual void OnArray(const SZEKArray&) {}
 
     /// Tells whether the elements of an array are wanted, each of which is a field or several:
@@ -66,7 +68,8 @@ public:
 };
 
 /// Shows a visitor the fields of an image of size bytes. Returns nothing when the file is accepted,
-/// or why it is refused; the visitor then has heard of what stands before that.
+/// or why it is refused; the visitor then has heard of what stands before that, and of the field
+/// itself if its value is wrong.
 std::optional<SZEKRefusal>
 VisitFields(const unsigned char* image, std::int64_t size, CZEKVisitor& visitor);
 

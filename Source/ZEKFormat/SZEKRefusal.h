@@ -11,7 +11,7 @@
 namespace zek
 {
 
-/// Why a model file is refused, and where.
+/// Why a model file is refused, and where. A text without an end demands all the bytes left.
 struct SZEKRefusal : SZEKLocation
 {
     SZEKFault::EKind kind = SZEKFault::TooShort;
