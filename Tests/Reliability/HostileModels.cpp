@@ -274,8 +274,7 @@ std::vector<SHostileModel> MakeHostileModels(std::size_t size)
         // With one record more than a power of two, a list that doubles has twice the room that it
         // needs, and while it moves there, the old one besides.
         const int most = GetMostRecords(filling, size);
-        const int power = GetPowerOfTwoBelow(most);
-        for (const int n : {most, power, power + 1})
+        for (const int n : {most, GetPowerOfTwoBelow(most) + 1})
             models.push_back(MakeHostileModel(filling, n));
     }
     for (const auto& [name, version] : Counts)

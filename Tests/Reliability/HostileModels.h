@@ -18,8 +18,8 @@ struct SHostileModel
 };
 
 /// Returns models of at most about a size in bytes: each kind of record at its smallest and again
-/// with a name that just needs a block of its own, as many as go in, and as many as a power of two
-/// and one more; names of such lengths; and each count as high as an int can be, over bytes that
+/// with a name that just needs a block of its own, as many as go in, and one more than a power of
+/// two; names of such lengths; and each count as high as an int can be, over bytes that
 /// hold no such number of records.
 std::vector<SHostileModel> MakeHostileModels(std::size_t size);
 
