@@ -249,9 +249,9 @@ class Outputs(ProgramTest):
 
     def test_a_limit_of_file_sizes_is_a_failure_and_no_signal(self):
         def limit():
-            resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
+            resource.setrlimit(resource.RLIMIT_FSIZE, (20_000, 20_000))
 
-        path = self.write(b"a.zek", make_model(names=[b"x"] * 20))
+        path = self.write(b"a.zek", make_model(names=[b"x"] * 5000))
         for words in (["mark", "a.zek", "-o", "out.zek"], ["report", "-o", "page", "a.zek"]):
             result = run(*words, cwd=self.folder, preexec_fn=limit)
             self.assertEqual(1, result.returncode, words)
