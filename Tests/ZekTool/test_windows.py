@@ -112,14 +112,14 @@ class Tree(WindowsTest):
 
     def test_mark_writes_copies(self):
         here, there = self.copy("here"), self.copy("there")
-        self.assertEqual(0, run("mark", "--cubemap-folders", "-o", "out", ".", cwd=here).returncode)
-        windows = wine(ZEK, "mark", "-o", "out", ".", cwd=there)
-        self.assertEqual(0, windows.returncode, windows)
-        self.assert_same(here, there)
-        # In place of what is there.
-        windows = wine(ZEK, "mark", "-o", "out\\own", "own", cwd=there)
-        self.assertEqual(0, windows.returncode, windows)
-        self.assert_same(here, there)
+        marked, out = here + "-out", f"..\\{os.path.basename(there)}-out"
+        self.assertEqual(0, run("mark", "--cubemap-folders", "-o", marked, ".", cwd=here).returncode)
+        # The second is in place of what is there.
+        for words in ((out, "."), (out + "\\own", "own")):
+            windows = wine(ZEK, "mark", "-o", *words, cwd=there)
+            self.assertEqual(0, windows.returncode, windows)
+            self.assert_same(marked, there + "-out")
+            self.assert_same(here, there)
 
     def test_info_and_check_tell_the_same(self):
         for command, own, other in (("info", (), ()), ("check", (), ("--cubemap-folders",))):
@@ -207,8 +207,8 @@ class Program(WindowsTest):
 
     def test_what_is_no_file_fails_without_waiting(self):
         self.write("a.zek", make_model())
-        for name in ("NUL", "CON", "\\\\.\\pipe\\none"):
-            self.assertEqual(1, wine(ZEK, "dump", name, cwd=self.folder).returncode, name)
+        for name, status in (("NUL", 1), ("CON", 1), ("\\\\.\\pipe\\none", 2)):
+            self.assertEqual(status, wine(ZEK, "dump", name, cwd=self.folder).returncode, name)
 
     def test_depfile_has_slashes(self):
         self.write("models/a.zek", make_model())
