@@ -8,7 +8,7 @@
 namespace fileimage
 {
 
-/// A forward cursor over a borrowed, read-only range of bytes, as a rule a whole file image.
+/// Reads a range of bytes that it does not own, usually a whole file image, from front to back.
 ///
 /// It reads in place and never copies the range, which must outlive it and keep its size. There
 /// are two forms of read:
@@ -44,7 +44,7 @@ public:
     /// size always is.
     bool IsCanRead(int size) const { return size <= GetCanReadSize(); }
 
-    /// Returns the address of the next unread byte, or null at the end.
+    /// Returns where the byte stands that is read next, or null at the end.
     const unsigned char* GetReadPointer() const { return IsEnd() ? nullptr : m_pRead; }
 
     /// Returns the number of bytes left.

@@ -129,7 +129,7 @@ struct S3D
     /// multiplied by 1 / w, unless w is exactly 1 or exactly 0.
     [[nodiscard]] inline S3D operator*(const SMatrix& matrix) const noexcept;
 
-    /// The direction (x, y, z) times the upper-left 3x3 of the matrix: rotated and scaled, neither
+    /// The direction rotated and scaled by the matrix's first three rows and columns; it is neither
     /// moved nor divided.
     [[nodiscard]] constexpr S3D MulMatrixRot(const SMatrix& matrix) const noexcept;
 

@@ -85,8 +85,8 @@ struct SColor
     /// truncated toward zero and clamped to 0..255; NaN becomes 0.
     [[nodiscard]] constexpr std::uint32_t GetDWORD() const noexcept { return Pack(a, r, g, b); }
 
-    /// The colour packed as A << 24 | B << 16 | G << 8 | R, which stored little-endian gives the
-    /// bytes R, G, B, A. The channels become bytes as in GetDWORD.
+    /// The colour packed as A << 24 | B << 16 | G << 8 | R; its bytes are R, G, B, A when it is
+    /// written little-endian. The channels become bytes as in GetDWORD.
     [[nodiscard]] constexpr std::uint32_t GetRGBA() const noexcept { return Pack(a, b, g, r); }
 
     /// Linear interpolation a + (b - a) * t, channel by channel. t is not clamped.

@@ -116,8 +116,8 @@ struct SQuaternion
         return length > smallestLength ? *this / length : *this;
     }
 
-    /// The conjugate (-x, -y, -z, w), which is the inverse of a unit quaternion. There is no
-    /// division by the norm, so it is the inverse of no other.
+    /// The conjugate (-x, -y, -z, w): the inverse of a unit quaternion and of no other, as it is
+    /// not divided by the norm.
     [[nodiscard]] constexpr SQuaternion GetInverse() const noexcept
     {
         return SQuaternion(-x, -y, -z, w);

@@ -10,12 +10,12 @@
 class LFileName
 {
 public:
-    /// Returns the text after the last dot in lower case; empty when there is no dot. A dot in a
-    /// folder name counts when the file name has none.
+    /// Returns the text after the last dot in lower case; empty when there is no dot. Where the
+    /// file name has no dot, one in a folder's name is taken.
     static std::string GetExtension(const std::string& path);
 
-    /// Returns the path before the last dot; the whole path when there is no dot. A dot in a
-    /// folder name counts when the file name has none.
+    /// Returns the path before the last dot; the whole path when there is no dot. Where the file
+    /// name has no dot, one in a folder's name is taken.
     static std::string DeleteExtension(const std::string& path);
 
     /// Returns the path with what stands after the last dot replaced by ext, which comes without
