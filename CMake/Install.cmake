@@ -1,4 +1,4 @@
-# What `cmake --install` puts where. Component "program" is the program with its manual page and
+# What `cmake --install` puts where. Component "program" is the programs with their manual pages and
 # documents, component "dev" is what a program needs that is built on the libraries.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)

@@ -1,5 +1,5 @@
 # What `cpack` makes of the installed components: a Debian package each, and an archive with the
-# program.
+# programs.
 set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/CMake/PackageArchive.cmake)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/CMake/PackageDebian.cmake)

@@ -22,8 +22,8 @@ struct CZEKSink
     // Where the walk is. Records and parts stand in each other: a morph in a mesh, a mesh in the
     // collider of a node.
     void BeginSection(const char*) {}
-    void BeginRecords(const char*, int, std::int64_t) {
-    } // how many are said to follow in how many bytes
+    // How many are said to follow in how many bytes.
+    void BeginRecords(const char*, int, std::int64_t) {}
     void BeginRecord(const char*, int) {}
     void EndRecord() {}
     void BeginPart(const char*) {}

@@ -62,8 +62,8 @@ public:
     /// is cut short the array has those that are there, not as many as stated.
     virtual void OnArray(const SZEKArray&) {}
 
-    /// Tells whether the elements of an array are wanted, each of which is a field or several:
-    /// "meshes[0].vertices[7].position", "meshes[0].primitives[0].indices[7]".
+    /// Tells whether the elements of the array of this path are wanted, each of which is a field or
+    /// several: "meshes[0].vertices[7].position", "meshes[0].primitives[0].indices[7]".
     virtual bool IsElementsWanted(std::string_view) { return false; }
 };
 

@@ -3,7 +3,7 @@
 #include "ZEKFormat/ZEKRecords.h"
 #include "ZEKFormat/ZEKVersion.h"
 
-/// The meshes of a model file. What each function is given is a `CZEKWalk`.
+/// The meshes of a model file. What each function is given is a `CZEKWalk`, or its fields.
 namespace zek
 {
 

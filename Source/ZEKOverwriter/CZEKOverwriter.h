@@ -20,8 +20,9 @@ namespace zek
 /// return false when the data ends early or is malformed, and the position is then anywhere. They
 /// never read outside the reader's range, whatever the data says, and a count of zero or less
 /// means no records. Only those of the header, textures, lightmaps and reflection probes keep
-/// anything: where the processed marker and the flags are, and names. The file's version decides
-/// which fields a record has (see ZEKVersion.h). What the format is, the `Walk...` functions say.
+/// anything, and that of the material list of its probes: where the processed marker and the flags
+/// are, and names. The file's version decides which fields a record has (see ZEKVersion.h). What
+/// the format is, the `Walk...` functions say.
 ///
 /// The detectors then look for the variants, write 1 or 0 through the remembered addresses, and
 /// print how many items have a variant of each family.

@@ -24,14 +24,16 @@ std::string GetCurrentFolderName();
 /// is created.
 bool CreateFolder(const std::string& path);
 
-/// Deletes everything in a folder but not the folder itself, and stops with false at the first
-/// entry that cannot be deleted. A folder that does not exist is a success: always so on this
-/// platform.
+/// Deletes the files of a folder, but for hidden and system ones, and stops with false at the first
+/// that cannot be deleted. The folder and its sub-folders stay. A sub-folder is left alone unless
+/// `CFindFile::GetFileList` lists it too, which has the same done to it. A folder that does not
+/// exist is a success: always so on this platform.
 bool DeleteFolder(const std::string& path);
 
-/// Copies everything in the folder src into the folder dest, which is created where missing, and
-/// stops with false at the first failure. A folder src that does not exist is a failure: always so
-/// on this platform.
+/// Copies the sub-folders and files of the folder src into the folder dest, which is created where
+/// missing, and stops with false at the first failure. Hidden and system files are not copied,
+/// hidden and system folders are. A folder src that does not exist is a failure: always so on this
+/// platform.
 bool CopyFolder(const std::string& dest, const std::string& src);
 
 } // namespace filesystem
