@@ -8,9 +8,6 @@
 namespace zek
 {
 
-/// The index of a texture that a material does not have.
-constexpr int NoTexture = -1;
-
 constexpr bool HasRoughnessIndex(EZEKShaderType shaderType, int version)
 {
     return shaderType == EZEKShaderType::Shader7 ||

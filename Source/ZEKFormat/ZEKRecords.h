@@ -23,6 +23,11 @@
 namespace zek
 {
 
+// The indices of what a record does not have.
+constexpr int NoNode = -1;
+constexpr int NoMesh = -1;
+constexpr int NoTexture = -1;
+
 struct SZEKHeader
 {
     int version = 0;
@@ -44,8 +49,8 @@ struct SZEKNode
     S3D localPos;
     SQuaternion localRotate;
     S3D localScale;
-    int parentNodeIndex = -1;
-    int meshIndex = -1;
+    int parentNodeIndex = NoNode;
+    int meshIndex = NoMesh;
     SZEKCollider collider;
 };
 
@@ -84,10 +89,10 @@ struct SZEKMaterial
     bool secondFlag = true;
     SColor color;
     SColor emissionColor;
-    int mainTextureIndex = -1;
-    int normalTextureIndex = -1;
-    int emissionTextureIndex = -1;
-    int roughnessTextureIndex = -1;
+    int mainTextureIndex = NoTexture;
+    int normalTextureIndex = NoTexture;
+    int emissionTextureIndex = NoTexture;
+    int roughnessTextureIndex = NoTexture;
     STextureTransform mainTransform;
     STextureTransform secondTransform;
 };
