@@ -36,7 +36,7 @@ for digit in 0 2 4 6; do # which leaves versions 15 and 25
 done
 # Four files for each program, into which all of its runs are added up.
 LLVM_PROFILE_FILE=$folder/profiles/%4m.profraw GTEST_FILTER=-$left_out \
-    ctest --test-dir "$folder" --parallel "$(nproc)" --output-on-failure "$@"
+    ctest --test-dir "$folder" --parallel "$(nproc)" --output-on-failure
 
 say "Lines and branches reached"
 llvm-profdata merge -sparse "$folder"/profiles/*.profraw -o "$folder/all.profdata"
