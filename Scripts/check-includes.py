@@ -24,19 +24,11 @@ def read_libraries():
     return libraries
 
 
-def get_all_below(name, libraries):
-    """Returns the names of all libraries that one builds on, directly or not, and its own."""
-    names = {name}
-    for other in libraries[name][1]:
-        names |= get_all_below(other, libraries)
-    return names
-
-
 def main():
     libraries = read_libraries()
     faults = []
-    for name, (folder, _) in sorted(libraries.items()):
-        allowed = {str(libraries[other][0]) for other in get_all_below(name, libraries)}
+    for name, (folder, others) in sorted(libraries.items()):
+        allowed = {str(libraries[other][0]) for other in [name, *others]}
         for path in sorted((SOURCE / folder).glob("*.*")):
             for included in re.findall(r'#include "([^"]+)"', path.read_text()):
                 if str(pathlib.Path(included).parent) not in allowed:
