@@ -22,7 +22,6 @@ wrap_programs() {
 excluded_tests=(
     '*SystemCallTest.*                     the launcher would be traced'
     'MemoryLimitTest.*                     the launcher would be limited'
-    'Faults.ModelLargerThanTheMemory*      the launcher would be limited'
     'DiskFaultTest.AFileSizeLimitIsAn*     the launcher would be limited'
     'HostileProgramTest.*                  the memory of the launcher would be measured'
     'ZekMemoryTest.*                       the memory of the launcher would be measured'

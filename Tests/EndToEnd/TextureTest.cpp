@@ -1,8 +1,6 @@
-#include <filesystem>
 #include <fstream>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "Tool.h"
 
@@ -76,22 +74,4 @@ TEST(Textures, FileInTheFoldersPlaceMeansNoVariants)
     const CTemporaryFolder folder;
     folder.Write("tex_astc", "");
     ExpectFlags(folder, MakeModelOfTextures(1), {{None}, {}, {}});
-}
-
-TEST(Textures, UnreadableVariantIsNoVariant)
-{
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root may read every file";
-    const CTemporaryFolder folder;
-    folder.Write("tex_astc/000.pvr", "");
-    folder.Write("tex_etc/000.pvr", "");
-    std::filesystem::permissions(
-        folder.GetPath("tex_astc/000.pvr"), std::filesystem::perms::owner_write);
-    const CModelBuilder builder = CModelBuilder::Build(MakeModelOfTextures(1));
-    folder.Write("model.zek", builder.GetImage());
-    const SProgramResult result = RunTool(folder, {"model.zek"});
-    EXPECT_EQ(
-        "ExistTextureCompression 0 1 0 0\n" + NoCubemaps + NoLightmaps + "Succeeded\n",
-        result.output);
-    EXPECT_EQ(MakePatched(builder, {{{0, 1, 0, 0}}, {}, {}}), folder.Read("model.zek"));
 }

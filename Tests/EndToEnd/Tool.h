@@ -19,15 +19,6 @@ struct SItemFlags
     std::vector<Flags> lightmaps = {};
 };
 
-/// A program without a sanitizer in it can live with little memory.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool HasAddressSanitizer = true;
-#elif defined(__has_feature)
-constexpr bool HasAddressSanitizer = __has_feature(address_sanitizer);
-#else
-constexpr bool HasAddressSanitizer = false;
-#endif
-
 /// Runs the program with these arguments in a folder.
 SProgramResult RunTool(const CTemporaryFolder& folder, const std::vector<std::string>& arguments);
 

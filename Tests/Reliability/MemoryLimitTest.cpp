@@ -35,6 +35,7 @@ TEST(MemoryLimitTest, WithTooLittleMemoryTheRunEndsInAnErrorAndTheFileIsUntouche
     while (!IsError(RunWithin(kilobytes, "missing"), "missing"))
         kilobytes += StepKilobytes;
 
+    EXPECT_EQ(RunWithin(kilobytes, path).output, "Error " + path + "\n") << "already in reading";
     int failureCount = 0;
     for (;; kilobytes += StepKilobytes)
     {
