@@ -157,15 +157,6 @@ TEST(CZEKOverwriterLightmapList, AnySwitchAndTrailingIntAreAccepted)
     }
 }
 
-TEST(CZEKOverwriterLightmapList, WalkChangesNothing)
-{
-    const Bytes image = BuildLightmaps(26, {SLightmap{"lm", {1, 0, 255, 2}}}).GetImage();
-    const Bytes before = image;
-    CZEKOverwriter overwriter;
-    WalkLightmaps(overwriter, image, 26);
-    EXPECT_EQ(before, image);
-}
-
 TEST(CZEKOverwriterLightmapList, WalkFillsNoOtherList)
 {
     const Bytes image = BuildLightmaps(26, {SLightmap()}).GetImage();

@@ -217,17 +217,6 @@ TEST(CZEKOverwriterReflectionProbe, AnyValuesAreAccepted)
     EXPECT_EQ(SizeOf(image), Walk(AnalyseReflectionProbe, image, 26));
 }
 
-TEST(CZEKOverwriterReflectionProbe, WalkChangesNothing)
-{
-    SProbe probe;
-    probe.flags = {1, 0, 255, 2};
-    const Bytes image = BuildProbes(26, {probe}).GetImage();
-    const Bytes before = image;
-    CZEKOverwriter overwriter;
-    EXPECT_TRUE(WalkProbes(overwriter, image, 26));
-    EXPECT_EQ(before, image);
-}
-
 TEST(CZEKOverwriterReflectionProbe, WalkFillsNoOtherList)
 {
     CZEKOverwriter overwriter;

@@ -294,31 +294,6 @@ TEST(CZEKOverwriter, SectionsOfEveryVersionAreWalkedToTheirEndAndNoFurther)
     }
 }
 
-TEST(CZEKOverwriter, FileThatEndsInsideAnySectionIsRefused)
-{
-    const std::vector<std::pair<int, std::string>> lastFields = {
-        {25, "nodeCount"},       {25, "nodes.name"},
-        {25, "meshCount"},       {25, "meshes.primitiveCount"},
-        {25, "materialCount"},   {25, "shaderType"},
-        {25, "probeCount"},      {25, "secondValue"},
-        {25, "textureCount"},    {25, "textures.clamp"},
-        {25, "boneCount"},       {25, "bones.value"},
-        {25, "lightmapCount"},   {25, "lightmapSwitch"},
-        {25, "trailingInt"},     {26, "textureCount"},
-        {26, "textures.clamp"},  {26, "probeCount"},
-        {26, "secondValue"},     {26, "lightmapCount"},
-        {26, "lightmaps.flags"}, {26, "lightmapSwitch"},
-        {26, "trailingInt"}};
-    for (const auto& [version, field] : lastFields)
-    {
-        SCOPED_TRACE("version " + std::to_string(version) + ", in front of " + field);
-        const CModelBuilder builder = CModelBuilder::Build(MakeFullModel(version));
-        const auto offset = static_cast<std::int64_t>(builder.GetOffset(field));
-        ExpectRefused(Cut(builder.GetImage(), offset));
-        ExpectRefused(Cut(builder.GetImage(), offset + 1));
-    }
-}
-
 TEST(CZEKOverwriter, BytesAfterTheLastSectionSurvive)
 {
     for (int version : {7, 20, 25, 26})

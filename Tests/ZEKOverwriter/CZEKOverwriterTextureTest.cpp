@@ -164,15 +164,6 @@ TEST(CZEKOverwriterTextureList, LastFlagByteMayBeTheLastOfTheFileAndMustNotBeMis
     EXPECT_EQ(Refused, Walk(AnalyseTextureList, Cut(image, -1), 26));
 }
 
-TEST(CZEKOverwriterTextureList, WalkChangesNothing)
-{
-    const Bytes image = BuildTextures(26, {STexture{"t", 5, {1, 0, 255, 2}}}).GetImage();
-    const Bytes before = image;
-    CZEKOverwriter overwriter;
-    WalkTextures(overwriter, image, 26);
-    EXPECT_EQ(before, image);
-}
-
 TEST(CZEKOverwriterTextureList, WalkFillsNoOtherList)
 {
     const Bytes image = BuildTextures(26, {STexture()}).GetImage();

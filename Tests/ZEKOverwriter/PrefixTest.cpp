@@ -151,27 +151,6 @@ TEST_P(FileOfVersion, WithoutLightmapListIsRefusedAlsoWhereTheBoneTableIsAbsent)
     }
 }
 
-TEST_P(FileOfVersion, IsWalkedUpToTheEndOfItsLastSection)
-{
-    const int version = GetParam();
-    Bytes image = CModelBuilder::Build(MakeFlaggedModel(version)).GetImage();
-    fileimage::CFileImageAnalyser reader(image.data(), image.data() + image.size());
-    CZEKOverwriter overwriter;
-    int readVersion = 0;
-    ASSERT_TRUE(overwriter.AnalyseHeader(reader, readVersion));
-    EXPECT_EQ(version, readVersion);
-    ASSERT_TRUE(overwriter.AnalyseSections(reader, version));
-    EXPECT_EQ(static_cast<std::int64_t>(Tail.length()), reader.GetCanReadSize());
-}
-
-TEST_P(FileOfVersion, KeepsAllBytesButFlagsAndMarker)
-{
-    const CModelBuilder builder = CModelBuilder::Build(MakeFlaggedModel(GetParam()));
-    Bytes image = builder.GetImage();
-    ASSERT_TRUE(CZEKOverwriter().OverwriteImage(image, "no-such-folder/model.bin"));
-    EXPECT_EQ(ClearFlags(builder, GetParam()), image);
-}
-
 TEST_P(SectionOfVersion, CutNodeListIsRefused)
 {
     const int version = GetParam();

@@ -35,11 +35,32 @@ std::int64_t GetPosition(const SZEKRefusal& refusal, const Bytes& image)
     return refusal.offset + 4;
 }
 
+zek::CZEKModel MakeLoadedModel()
+{
+    const Bytes image = CModelBuilder::Build(MakeFullModel(25)).GetImage();
+    zek::CZEKModel model;
+    SZEKRefusal refusal;
+    EXPECT_TRUE(model.Load(image.data(), SizeOf(image), refusal));
+    return model;
+}
+
+bool IsEmpty(const zek::CZEKModel& model)
+{
+    return model.GetVersion() == 0 && model.GetLightmapCount() == 0 &&
+           model.GetNodeList().empty() && model.GetMeshList().empty() &&
+           model.GetColliderMeshList().empty() && model.GetColliderMeshIndexList().empty() &&
+           model.GetMaterialList().empty() && model.GetTextureList().empty() &&
+           model.GetBoneNameList().empty() && model.GetProbeList().empty() &&
+           model.GetLightmapList().empty();
+}
+
 /// Expects walkers, refusal, loader and the tests' own reading to agree on an image.
 void ExpectAgreement(const Bytes& image)
 {
+    static const zek::CZEKModel Loaded = MakeLoadedModel();
+
     const auto refusal = zek::WhyRefused(image.data(), SizeOf(image));
-    zek::CZEKModel model;
+    zek::CZEKModel model = Loaded;
     SZEKRefusal loaderRefusal;
     ASSERT_EQ(!refusal.has_value(), model.Load(image.data(), SizeOf(image), loaderRefusal));
     if (!refusal.has_value())
@@ -50,6 +71,7 @@ void ExpectAgreement(const Bytes& image)
         return;
     }
     ASSERT_EQ(refusal->GetText(), loaderRefusal.GetText());
+    ASSERT_TRUE(IsEmpty(model)) << refusal->GetText();
     ASSERT_EQ(GetPosition(*refusal, image), WhereRefused(WalkFile, image, 0)) << refusal->GetText();
 }
 
