@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "Independent/FormatString/FormatString.h"
+#include "RandomText.h"
 #include "Support/LeadByte.h"
 
 using formatstring::Replace;
 using testsupport::IsLeadByte;
+using testsupport::MakeRandomText;
 using namespace std::string_literals;
 
 static_assert(std::is_same_v<
@@ -16,6 +18,8 @@ static_assert(std::is_same_v<
 
 namespace
 {
+
+const std::string Alphabet = "aab\\\x81\x9F\xE0\xEF\x80\xA0\xF0\0"s;
 
 /// What `Replace` does, told by what stands at the front of the text.
 std::string ReplaceSlowly(const std::string& text, const std::string& from, const std::string& to)
@@ -29,16 +33,6 @@ std::string ReplaceSlowly(const std::string& text, const std::string& from, cons
     if (text.length() == 1)
         return text + '\0';
     return text.substr(0, 2) + ReplaceSlowly(text.substr(2), from, to);
-}
-
-/// Up to maxLength characters of an alphabet that is small enough for matches to happen.
-std::string MakeText(std::mt19937& random, std::size_t minLength, std::size_t maxLength)
-{
-    const std::string alphabet = "aab\\\x81\x9F\xE0\xEF\x80\xA0\xF0\0"s;
-    std::string text(minLength + random() % (maxLength - minLength + 1), 'a');
-    for (char& character : text)
-        character = alphabet[random() % alphabet.length()];
-    return text;
 }
 
 } // namespace
@@ -175,9 +169,9 @@ TEST(Replace, AgreesWithASlowModelOnRandomTexts)
     std::mt19937 random(20241);
     for (int i = 0; i < 50000 && !testing::Test::HasFailure(); ++i)
     {
-        const std::string text = MakeText(random, 0, 12);
-        const std::string from = MakeText(random, 1, 3);
-        const std::string to = MakeText(random, 0, 3);
+        const std::string text = MakeRandomText(random, Alphabet, 0, 12);
+        const std::string from = MakeRandomText(random, Alphabet, 1, 3);
+        const std::string to = MakeRandomText(random, Alphabet, 0, 3);
         EXPECT_EQ(ReplaceSlowly(text, from, to), Replace(text, from, to))
             << "case " << i << ", text " << testing::PrintToString(text) << ", from "
             << testing::PrintToString(from) << ", to " << testing::PrintToString(to);

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "Independent/FormatString/FormatString.h"
+#include "RandomText.h"
 
 using formatstring::Split;
+using testsupport::MakeRandomText;
 using namespace std::string_literals;
 
 using Pieces = std::vector<std::string>;
@@ -14,6 +16,8 @@ static_assert(std::is_same_v<decltype(&Split), Pieces (*)(const std::string&, co
 
 namespace
 {
+
+const std::string Alphabet = "ab,\x81\0"s;
 
 /// What `Split` does, byte by byte.
 Pieces SplitSlowly(const std::string& text, const std::string& separator)
@@ -39,15 +43,6 @@ std::string Join(const Pieces& pieces, const std::string& separator)
     std::string text = pieces.front();
     for (std::size_t i = 1; i < pieces.size(); ++i)
         text += separator + pieces[i];
-    return text;
-}
-
-std::string MakeText(std::mt19937& random, std::size_t minLength, std::size_t maxLength)
-{
-    const std::string alphabet = "ab,\x81\0"s;
-    std::string text(minLength + random() % (maxLength - minLength + 1), 'a');
-    for (char& character : text)
-        character = alphabet[random() % alphabet.length()];
     return text;
 }
 
@@ -108,8 +103,8 @@ TEST(Split, AgreesWithASlowModelOnRandomTextsAndJoinsToTheText)
     std::mt19937 random(20242);
     for (int i = 0; i < 50000 && !testing::Test::HasFailure(); ++i)
     {
-        const std::string text = MakeText(random, 0, 12);
-        const std::string separator = MakeText(random, 1, 3);
+        const std::string text = MakeRandomText(random, Alphabet, 0, 12);
+        const std::string separator = MakeRandomText(random, Alphabet, 1, 3);
         SCOPED_TRACE(
             "case " + std::to_string(i) + ", text " + testing::PrintToString(text) +
             ", separator " + testing::PrintToString(separator));
