@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "FuzzTarget.h"
+#include "Support/Variants.h"
 #include "VariantFolder.h"
 #include "ZEKFormat/SZEKRefusal.h"
 #include "ZekTool/Check/Checker.h"
@@ -49,10 +50,7 @@ void WriteOddVariants()
     GetVariantFolder().Write("tex_etc/017.pvr", std::string("of no texture"));
     GetVariantFolder().Write("tex_astc/notes.txt", std::string("no variant"));
     GetVariantFolder().MakeFolder("tex_pvrtc/002.pvr");
-    for (int face = 0; face < 6; ++face)
-        GetVariantFolder().Write(
-            "tex_reflection_cube_dxt/Probe/reflection_cube_" + std::to_string(face) + ".dds",
-            std::string("in a folder"));
+    testsupport::WriteFaces(GetVariantFolder(), "tex_reflection_cube_dxt/Probe", "dds", "/");
 }
 
 std::string GetPath()
