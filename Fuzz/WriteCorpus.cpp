@@ -10,18 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "Support/Bytes.h"
 #include "Support/CModelBuilder.h"
 
 using testsupport::CModelBuilder;
 using testsupport::SModel;
+using testsupport::ToText;
 
 namespace
 {
-
-std::string ToText(const std::vector<unsigned char>& bytes)
-{
-    return std::string(bytes.begin(), bytes.end());
-}
 
 void Write(const std::filesystem::path& folder, const std::string& name, const std::string& bytes)
 {

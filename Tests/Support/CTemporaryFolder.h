@@ -2,12 +2,11 @@
 
 #include <map>
 #include <string>
-#include <vector>
+
+#include "Support/Bytes.h"
 
 namespace testsupport
 {
-
-using Bytes = std::vector<unsigned char>;
 
 /// The bytes of each file below a folder, by its path relative to that.
 using FolderContents = std::map<std::string, Bytes>;

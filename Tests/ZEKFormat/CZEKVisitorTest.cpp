@@ -8,6 +8,7 @@
 
 #include "Events.h"
 #include "Independent/FileImage/FileImage.h"
+#include "Support/Bytes.h"
 #include "Support/CModelBuilder.h"
 #include "Support/CModelMap.h"
 
@@ -17,11 +18,6 @@ using zek::SZEKField;
 
 namespace
 {
-
-std::int64_t SizeOf(const Bytes& bytes)
-{
-    return static_cast<std::int64_t>(bytes.size());
-}
 
 filesystem::CRandomAccessFile& Open(filesystem::CRandomAccessFile& file, const std::string& path)
 {
@@ -76,8 +72,8 @@ TEST_P(VisitorOfVersion, HearsOfEveryFieldOfImageAndFile)
 TEST_P(VisitorOfVersion, HearsOfWhatPrecedesTheFault)
 {
     const Bytes image = CModelBuilder::Build(MakeFullModel(GetParam())).GetImage();
-    for (std::size_t size = 0; size < image.size(); size += 29)
-        ExpectEvents(Bytes(image.begin(), image.begin() + static_cast<std::ptrdiff_t>(size)));
+    for (std::int64_t size = 0; size < SizeOf(image); size += 29)
+        ExpectEvents(Cut(image, size));
 }
 
 TEST(Visitor, HearsOfNamesThatAreLongerThanTheWindowOfAFile)

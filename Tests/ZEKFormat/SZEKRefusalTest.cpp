@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "Independent/FileImage/FileImage.h"
+#include "Support/Bytes.h"
 #include "Support/CModelBuilder.h"
 #include "Support/CModelMap.h"
 #include "Support/CTemporaryFolder.h"
@@ -29,7 +30,7 @@ std::optional<SZEKRefusal> WhyImageRefused(const Bytes& image)
 {
     // A block of exactly these bytes, so that a sanitizer sees a read past them.
     const Bytes block(image.begin(), image.end());
-    return WhyRefused(block.data(), static_cast<std::int64_t>(block.size()));
+    return WhyRefused(block.data(), SizeOf(block));
 }
 
 /// Expects an image to be refused where and why the description says, or to be accepted.
@@ -77,11 +78,6 @@ std::string GetText(const SModel& model)
     return GetText(CModelBuilder::Build(model).GetImage());
 }
 
-Bytes Cut(const Bytes& bytes, std::size_t size)
-{
-    return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
-}
-
 /// The line for a model with another int in a field.
 std::string GetTextWithInt(const SModel& model, const std::string& field, int value)
 {
@@ -92,10 +88,11 @@ std::string GetTextWithInt(const SModel& model, const std::string& field, int va
 }
 
 /// The line for a model that ends so many bytes after the start of a field.
-std::string GetTextCut(const SModel& model, const std::string& field, std::size_t size)
+std::string GetTextCut(const SModel& model, const std::string& field, std::int64_t size)
 {
     const CModelBuilder builder = CModelBuilder::Build(model);
-    return GetText(Cut(builder.GetImage(), builder.GetOffset(field) + size));
+    const auto offset = static_cast<std::int64_t>(builder.GetOffset(field));
+    return GetText(Cut(builder.GetImage(), offset + size));
 }
 
 /// A model of one node that is called "box".
@@ -123,7 +120,7 @@ TEST_P(RefusalOfVersion, SaysWhereAModelIsCut)
     SModel model = MakeFullModel(GetParam());
     model.tail = "tail";
     const Bytes image = CModelBuilder::Build(model).GetImage();
-    for (std::size_t size = 0; size <= image.size(); ++size)
+    for (std::int64_t size = 0; size <= SizeOf(image); ++size)
         ASSERT_NO_FATAL_FAILURE(ExpectAsDescribed(Cut(image, size)));
 }
 
@@ -272,7 +269,7 @@ TEST(Refusal, OfAFileIsThatOfItsImage)
 {
     const CTemporaryFolder folder;
     const Bytes image = CModelBuilder::Build(MakeFullModel(25)).GetImage();
-    for (std::size_t size = 0; size <= image.size(); size += 5)
+    for (std::int64_t size = 0; size <= SizeOf(image); size += 5)
     {
         folder.Write("model.zek", Cut(image, size));
         filesystem::CRandomAccessFile file;

@@ -36,17 +36,6 @@ void ExpectSize(std::int64_t size, const Walker& walker, const Bytes& image, int
             << "version " << version << " cut to " << cut;
 }
 
-std::int64_t SizeOf(const Bytes& bytes)
-{
-    return static_cast<std::int64_t>(bytes.size());
-}
-
-Bytes Cut(const Bytes& bytes, std::int64_t size)
-{
-    const auto end = size < 0 ? bytes.end() : bytes.begin();
-    return Bytes(bytes.begin(), end + static_cast<std::ptrdiff_t>(size));
-}
-
 Bytes Extend(const Bytes& bytes, std::size_t count)
 {
     Bytes result = bytes;

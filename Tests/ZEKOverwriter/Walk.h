@@ -4,16 +4,14 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
+#include "Support/Bytes.h"
 #include "Support/CModelBuilder.h"
 #include "Support/IntLimits.h"
 #include "ZEKOverwriter/CZEKOverwriter.h"
 
 namespace testsupport
 {
-
-using Bytes = std::vector<unsigned char>;
 
 /// The type of each walker of `CZEKOverwriter` that takes a version.
 using MemberWalker = bool (zek::CZEKOverwriter::*)(fileimage::CFileImageAnalyser&, int);
@@ -35,12 +33,6 @@ std::int64_t WhereRefused(const Walker& walker, const Bytes& bytes, int version)
 /// Expects a walker to take an image of size bytes whole, to leave what stands after it, and to
 /// refuse every shorter one.
 void ExpectSize(std::int64_t size, const Walker& walker, const Bytes& image, int version);
-
-/// The number of bytes in the type that `Walk` returns.
-std::int64_t SizeOf(const Bytes& bytes);
-
-/// The first size bytes, or all bytes but the last -size when size is negative.
-Bytes Cut(const Bytes& bytes, std::int64_t size);
 
 /// The bytes with count zero bytes after them.
 Bytes Extend(const Bytes& bytes, std::size_t count);

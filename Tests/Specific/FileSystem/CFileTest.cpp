@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 #include "CTemporaryWorkingFolder.h"
+#include "Support/Bytes.h"
 #include "Support/CStreamFault.h"
 #include "Support/Heap.h"
 
@@ -28,6 +29,7 @@ using testsupport::CountOpenDescriptors;
 using testsupport::CStreamFault;
 using testsupport::CTemporaryWorkingFolder;
 using testsupport::FolderContents;
+using testsupport::ToText;
 using namespace std::string_literals;
 
 namespace
@@ -45,11 +47,6 @@ constexpr const char* HowToTestLargeFiles = "set ZEK_TEST_LARGE_FILES to run it 
 bool AreLargeFilesTested()
 {
     return sizeof(void*) > 4 && std::getenv("ZEK_TEST_LARGE_FILES") != nullptr;
-}
-
-std::string ToText(const Bytes& bytes)
-{
-    return std::string(bytes.begin(), bytes.end());
 }
 
 /// Bytes that differ from place to place.
