@@ -8,7 +8,7 @@
 #include "Support/RunProgram.h"
 
 /// The path of the built program.
-inline const std::string ProgramPath = ZEK_PROGRAM;
+inline const std::string ProgramPath = ZEKTEXCOMP_PROGRAM;
 
 /// Runs the program on a model.
 inline testsupport::SProgramResult
