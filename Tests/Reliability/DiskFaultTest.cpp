@@ -22,12 +22,6 @@ namespace
 
 constexpr int StatusOfTimeout = 124; // of timeout(1), when the time was up
 
-/// A model whose image fits the buffer of a file stream, so that it is written when that is closed.
-Bytes MakeSmallModel()
-{
-    return testsupport::CModelBuilder::Build(testsupport::MakeFullModel(26)).GetImage();
-}
-
 /// A model that a file stream does not hold back.
 Bytes MakeLargeModel()
 {

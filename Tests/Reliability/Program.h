@@ -5,10 +5,18 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/CModelBuilder.h"
 #include "Support/RunProgram.h"
 
 /// The path of the built program.
 inline const std::string ProgramPath = ZEKTEXCOMP_PROGRAM;
+
+/// A model with every kind of variant to look for. Its image fits the buffer of a file stream, so
+/// that it is written when that is closed.
+inline std::vector<unsigned char> MakeSmallModel()
+{
+    return testsupport::CModelBuilder::Build(testsupport::MakeFullModel(26)).GetImage();
+}
 
 /// Runs the program on a model.
 inline testsupport::SProgramResult

@@ -214,12 +214,6 @@ void SystemCallTest::TestKillAtEveryCall(const Bytes& model)
     RecordProperty("kills", m_InjectionCount);
 }
 
-/// A model with every kind of variant to look for.
-Bytes MakeModelOfTextures()
-{
-    return testsupport::CModelBuilder::Build(testsupport::MakeFullModel(26)).GetImage();
-}
-
 /// A model too large for a file stream's buffer, whose records take memory from the system.
 Bytes MakeModelOfMeshes()
 {
@@ -232,7 +226,7 @@ Bytes MakeModelOfMeshes()
 
 TEST_F(SystemCallTest, AnyCallMayFailOnAModelOfTextures)
 {
-    TestFaultsOfEveryCall(MakeModelOfTextures());
+    TestFaultsOfEveryCall(MakeSmallModel());
 }
 
 TEST_F(SystemCallTest, AnyCallMayFailOnAModelOfMeshes)
@@ -242,7 +236,7 @@ TEST_F(SystemCallTest, AnyCallMayFailOnAModelOfMeshes)
 
 TEST_F(SystemCallTest, KilledBeforeTheWriteTheRunLeavesAModelOfTexturesUntouched)
 {
-    TestKillAtEveryCall(MakeModelOfTextures());
+    TestKillAtEveryCall(MakeSmallModel());
 }
 
 TEST_F(SystemCallTest, KilledBeforeTheWriteTheRunLeavesAModelOfMeshesUntouched)
@@ -253,7 +247,7 @@ TEST_F(SystemCallTest, KilledBeforeTheWriteTheRunLeavesAModelOfMeshesUntouched)
 TEST_F(SystemCallTest, AVariantThatCannotBeOpenedCountsAsAbsentAndOneThatCannotBeClosedAsPresent)
 {
     m_Folder.Write("tex_pvrtc/000.pvr", "");
-    const Bytes model = MakeModelOfTextures();
+    const Bytes model = MakeSmallModel();
     constexpr const char* ofThePvrtcVariant = ":when=2"; // the first call is for the model
 
     Trace(model, std::string("openat:error=EMFILE") + ofThePvrtcVariant);
@@ -267,7 +261,7 @@ TEST_F(SystemCallTest, AVariantThatCannotBeOpenedCountsAsAbsentAndOneThatCannotB
 
 TEST_F(SystemCallTest, OnlyTheModelIsOpenedToBeWrittenAndOnlyOnce)
 {
-    for (const Bytes& model : {MakeModelOfTextures(), MakeModelOfMeshes()})
+    for (const Bytes& model : {MakeSmallModel(), MakeModelOfMeshes()})
     {
         Trace(model);
         std::vector<Call> opened;
@@ -303,7 +297,7 @@ TEST_F(SystemCallTest, NoCallGoesToTheNetworkAnotherProcessOrTheNamesOfFiles)
         // the C library's start and end
         "execve", "arch_prctl", "set_tid_address", "set_robust_list", "rseq", "prlimit64",
         "readlink", "readlinkat", "access", "faccessat", "getrandom", "exit_group"};
-    for (const Bytes& model : {MakeModelOfTextures(), MakeModelOfMeshes()})
+    for (const Bytes& model : {MakeSmallModel(), MakeModelOfMeshes()})
     {
         Trace(model);
         for (const Call& call : m_Calls)
