@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ZEKOverwriter/CZEKVariantFinder.h"
+#include "ZekTool/Output/Text.h"
 
 namespace zektool
 {

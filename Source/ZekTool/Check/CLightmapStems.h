@@ -10,12 +10,6 @@
 namespace zektool
 {
 
-/// Returns the small letter of A to Z, and any other byte as it is, whatever the character code is.
-constexpr char MakeSmall(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 /// The stems of a model's lightmaps, which are the names of their variants without the extension.
 /// They are looked up in time that grows with the logarithm of their number, and take at most
 /// twelve bytes each.

@@ -20,15 +20,6 @@ namespace
 
 constexpr std::string_view NamelessLightmapStem = "LightMap";
 
-/// Returns a name with A to Z in small letters, whatever its character code is.
-std::string MakeSmall(std::string_view name)
-{
-    std::string small(name);
-    for (char& c : small)
-        c = zektool::MakeSmall(c);
-    return small;
-}
-
 struct SName
 {
     std::string_view stem;

@@ -86,7 +86,7 @@ std::string MakeJson(const SModelPath& model, const SCheckResult& result)
 
 } // namespace
 
-CCheckCommand::CCheckCommand(const SCommandLine& line) : m_IsJson(line.isJson)
+CCheckCommand::CCheckCommand(const SCommandLine& line) : CModelCommand(line.isJson)
 {
     m_Options.isDeep = line.isDeep;
     m_Options.isCubemapFolders = line.isCubemapFolders;
@@ -106,7 +106,7 @@ SResult CCheckCommand::Tell(const SModelPath& model, const SCheckResult& result)
     m_WarningCount += result.warningCount;
     return {
         result.HasError() ? EOutcome::Failed : EOutcome::Well,
-        m_IsJson ? MakeJson(model, result) : MakeText(model, result)};
+        IsJson() ? MakeJson(model, result) : MakeText(model, result)};
 }
 
 SResult
@@ -114,9 +114,7 @@ CCheckCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std:
 {
     if (outcome == EOutcome::Failed)
         return Tell(model, MakeFailedCheck(reason, m_Options));
-    return {
-        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
-                          : MakeFailureLine(model.path, outcome, reason)};
+    return CModelCommand::MakeFailure(model, outcome, reason);
 }
 
 std::string CCheckCommand::MakeSummary(const STally& tally) const

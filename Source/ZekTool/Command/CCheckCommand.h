@@ -26,7 +26,6 @@ private:
     SResult Tell(const SModelPath& model, const SCheckResult& result);
 
     SCheckOptions m_Options;
-    bool m_IsJson;
     std::atomic<std::size_t> m_ErrorCount{0};
     std::atomic<std::size_t> m_WarningCount{0};
 };

@@ -61,15 +61,7 @@ SResult CInfoCommand::Run(const SModelPath& model)
     const std::string error = ReadModelInfo(model.path, info);
     if (!error.empty())
         return MakeFailure(model, EOutcome::Failed, error);
-    return {EOutcome::Well, m_IsJson ? MakeJson(model, info) : MakeText(model, info)};
-}
-
-SResult
-CInfoCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
-{
-    return {
-        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
-                          : MakeFailureLine(model.path, outcome, reason)};
+    return {EOutcome::Well, IsJson() ? MakeJson(model, info) : MakeText(model, info)};
 }
 
 std::string CInfoCommand::MakeSummary(const STally& tally) const

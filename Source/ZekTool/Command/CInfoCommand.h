@@ -10,18 +10,14 @@ namespace zektool
 class CInfoCommand : public CModelCommand
 {
 public:
-    explicit CInfoCommand(bool isJson) : m_IsJson(isJson) {}
+    explicit CInfoCommand(bool isJson) : CModelCommand(isJson) {}
 
     SResult Run(const SModelPath& model) override;
-    SResult
-    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
 private:
     std::string MakeText(const SModelPath& model, const SModelInfo& info) const;
     std::string MakeJson(const SModelPath& model, const SModelInfo& info) const;
-
-    bool m_IsJson;
 };
 
 } // namespace zektool

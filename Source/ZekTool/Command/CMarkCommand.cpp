@@ -144,7 +144,7 @@ Json MakeChangesJson(const SMarkResult& result)
 } // namespace
 
 CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
-    : m_IsJson(line.isJson)
+    : CModelCommand(line.isJson)
 {
     if (!line.depfilePath.empty() && models.IsSeveral())
         throw CUsageError("--depfile is for one model; mark each with a depfile of its own");
@@ -177,15 +177,7 @@ SResult CMarkCommand::Run(const SModelPath& model)
         return MakeFailure(model, EOutcome::Failed, result.reason);
     return {
         result.outcome == SMarkResult::Changed ? EOutcome::Changed : EOutcome::Well,
-        m_IsJson ? MakeJson(model, options.outputPath, result) : MakeText(model, result)};
-}
-
-SResult
-CMarkCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
-{
-    return {
-        outcome, m_IsJson ? MakeFailureJson(model.path, outcome, reason)
-                          : MakeFailureLine(model.path, outcome, reason)};
+        IsJson() ? MakeJson(model, options.outputPath, result) : MakeText(model, result)};
 }
 
 std::string CMarkCommand::MakeSummary(const STally& tally) const

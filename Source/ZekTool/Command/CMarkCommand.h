@@ -19,8 +19,6 @@ public:
     CMarkCommand(const SCommandLine& line, const CModelList& models);
 
     SResult Run(const SModelPath& model) override;
-    SResult
-    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) override;
     std::string MakeSummary(const STally& tally) const override;
 
 private:
@@ -30,7 +28,6 @@ private:
 
     SMarkOptions m_Options;
     bool m_IsOutputFolder;
-    bool m_IsJson;
 };
 
 } // namespace zektool

@@ -19,6 +19,9 @@ struct SResult
 class CModelCommand
 {
 public:
+    /// Prints JSON or text.
+    explicit CModelCommand(bool isJson) : m_IsJson(isJson) {}
+
     virtual ~CModelCommand() = default;
 
     /// Does the command to a model.
@@ -26,10 +29,16 @@ public:
 
     /// Returns the result of a model that it could not be done to, or was not.
     virtual SResult
-    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason) = 0;
+    MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason);
 
     /// Returns what came of the models, in a few words.
     virtual std::string MakeSummary(const STally& tally) const = 0;
+
+protected:
+    bool IsJson() const { return m_IsJson; }
+
+private:
+    bool m_IsJson;
 };
 
 } // namespace zektool

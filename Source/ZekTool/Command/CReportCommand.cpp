@@ -12,7 +12,8 @@ namespace zektool
 {
 
 CReportCommand::CReportCommand(const SCommandLine& line)
-    : m_Line(line)
+    : CModelCommand(line.isJson)
+    , m_Line(line)
     , m_Page(line.isCubemapFolders)
 {
 }
@@ -27,7 +28,7 @@ SResult
 CReportCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std::string& reason)
 {
     if (outcome == EOutcome::NotDone)
-        return {outcome, m_Line.isJson ? MakeFailureJson(model.path, outcome, reason) : ""};
+        return {outcome, IsJson() ? MakeFailureJson(model.path, outcome, reason) : ""};
     SModelReport report;
     report.refusal = reason;
     return Take(model, report, outcome);
@@ -39,7 +40,7 @@ CReportCommand::Take(const SModelPath& model, const SModelReport& report, EOutco
     std::string output;
     if (m_Line.isCsv)
         output = MakeCsvLine(model.path, report);
-    else if (m_Line.isJson)
+    else if (IsJson())
         output = MakeReportJson(model.path, report, m_Line.isCubemapFolders);
     else
         output = CReportPage::MakeRow(model.path, report);
@@ -73,7 +74,7 @@ void CReportCommand::End(COutput& output)
 {
     if (IsPage())
         m_Page.Write(output);
-    else if (m_Line.isJson)
+    else if (IsJson())
         output.Write(MakeTotalJson(m_Total));
 }
 

@@ -29,7 +29,7 @@ public:
     void End(COutput& output);
 
 private:
-    bool IsPage() const { return !m_Line.isCsv && !m_Line.isJson; }
+    bool IsPage() const { return !m_Line.isCsv && !IsJson(); }
     SResult Take(const SModelPath& model, const SModelReport& report, EOutcome outcome) const;
 
     SCommandLine m_Line;

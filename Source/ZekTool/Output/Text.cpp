@@ -77,6 +77,14 @@ std::string MakeQuoted(std::string_view bytes)
     return '"' + MakeShowable(bytes) + '"';
 }
 
+std::string MakeSmall(std::string_view text)
+{
+    std::string small(text);
+    for (char& c : small)
+        c = MakeSmall(c);
+    return small;
+}
+
 std::string MakeFailureLine(std::string_view path, EOutcome outcome, std::string_view reason)
 {
     return fmt::format(

@@ -19,6 +19,15 @@ std::string MakeShowable(std::string_view bytes);
 /// The same between quotation marks.
 std::string MakeQuoted(std::string_view bytes);
 
+/// Returns the small letter of A to Z, and any other byte as it is, whatever the character code is.
+constexpr char MakeSmall(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// The same of all bytes of a text.
+std::string MakeSmall(std::string_view text);
+
 /// Returns the line of a model that failed, or was not done.
 std::string MakeFailureLine(std::string_view path, EOutcome outcome, std::string_view reason);
 

@@ -26,7 +26,7 @@ class CTestCommand : public CModelCommand
 public:
     using Work = std::function<SResult(int)>;
 
-    explicit CTestCommand(Work work) : m_Work(std::move(work)) {}
+    explicit CTestCommand(Work work) : CModelCommand(false), m_Work(std::move(work)) {}
 
     SResult Run(const SModelPath& model) override
     {

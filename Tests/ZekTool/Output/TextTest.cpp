@@ -37,6 +37,12 @@ TEST(Text, WhatWouldBreakALineOrATerminalIsWrittenInHex)
     EXPECT_EQ("\"a\\x00\"", MakeQuoted(std::string_view("a\0", 2)));
 }
 
+TEST(Text, SmallLettersAreThoseOfEnglishAlone)
+{
+    EXPECT_EQ("az@[\x80\xC3\x84", zektool::MakeSmall("AZ@[\x80\xC3\x84"));
+    EXPECT_EQ('b', zektool::MakeSmall('B'));
+}
+
 TEST(Text, OnlyOneIsSingular)
 {
     EXPECT_EQ("0 meshes", MakeCount(0, "mesh", "meshes"));
