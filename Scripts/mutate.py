@@ -9,7 +9,8 @@ line has the text, --again those that the last run did not find, --list only pri
 One build in build/mutation has all of them, and ZEK_MUTATION says which one a run makes; what does not
 compile that way is built by itself. The tests that reach a mistake are run, quick ones first, until
 one fails. Fails when a mistake is not found that Scripts/mutations-not-found.txt has no line for: write
-a test, or the line, whose last part says in a sentence why no test needs to find it.
+a test, or the line, whose last part says in a sentence why no test needs to find it. Fails at once when
+a line is for a mistake that there is not any more.
 """
 
 import argparse
@@ -198,6 +199,8 @@ def main():
         return 0
 
     reasons = {tuple(line.split("\t")[:3]) for line in REASONS.read_text().splitlines()}
+    for reason in sorted(reasons - {mutation.key for mutation in all_mutations}):
+        sys.exit("a reason for a mistake that there is not: " + " | ".join(reason))
     refused = build_all(mutations)
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         tests = [(program, test) for program in PROGRAMS for test in list_tests(program)]
