@@ -98,6 +98,7 @@ TEST(CBoundingBox, NewBoxHasSizeOfMinusInfinity)
     EXPECT_SAME_BITS(S3D(-Infinity, -Infinity, -Infinity), box.GetSize());
     EXPECT_EQ(box.GetMaxLength(), -Infinity);
     EXPECT_EQ(box.GetRadius(), Infinity);
+    EXPECT_SAME_BITS(S3D(), box.GetCenter());
 }
 
 TEST(CBoundingBox, NewBoxContainsNoPoint)
@@ -105,6 +106,13 @@ TEST(CBoundingBox, NewBoxContainsNoPoint)
     const CBoundingBox box;
     for (const float x : {0.0f, 1.0f, -1.0f, Largest, -Largest, Infinity, -Infinity})
         EXPECT_FALSE(box.IsIn(S3D(x, x, x))) << x;
+}
+
+TEST(CBoundingBox, CoordinateNaNChangesNothingOnItsAxis)
+{
+    CBoundingBox box = Sample;
+    box.Insert(S3D(NaN, 9.0f, NaN));
+    EXPECT_EQ(Limits(box), (Six{-1.0f, 2.0f, 4.0f, 9.0f, -30.0f, -20.0f}));
 }
 
 TEST(CBoundingBox, ClearMakesAFilledBoxNew)

@@ -990,3 +990,24 @@ TEST(CProjection, FOVMatrixHasTheDepthOfSetAndZeroElsewhere)
         ASSERT_TRUE(AreEqual(expected, matrix)) << screen.Print();
     }
 }
+
+TEST(CProjection, EqualClipDistancesGiveAnInfiniteDepth)
+{
+    const SMatrix matrix = SScreen{800, 600, 2.0f, 2.0f, 90.0f}.Project().GetMatrix();
+    EXPECT_EQ(Infinity, matrix.m[2][2]);
+    EXPECT_EQ(-Infinity, matrix.m[3][2]);
+    EXPECT_EQ(Infinity, (SScreen{800, 600, 2.0f, 2.0f, -1.0f}.Project().GetMatrix().m[2][2]));
+}
+
+TEST(CProjection, ScreenWithoutWidthOrHeightHasNoUsableScale)
+{
+    EXPECT_EQ(Infinity, (SScreen{800, 0, 1.0f, 9.0f, 90.0f}.Project().GetMatrix().m[1][1]));
+    EXPECT_EQ(Infinity, (SScreen{0, 600, 1.0f, 9.0f, 90.0f}.Project().GetMatrix().m[0][0]));
+    EXPECT_EQ(0.0f, (SScreen{0, 600, 1.0f, 9.0f, -1.0f}.Project().GetMatrix().m[1][1]));
+}
+
+TEST(CProjection, FOVMatrixOfCoincidingSidesIsInfinite)
+{
+    EXPECT_EQ(
+        Infinity, CProjection::CalcFOVMatrix(-45.0f, 45.0f, 10.0f, 10.0f, 1.0f, 3.0f).m[0][0]);
+}

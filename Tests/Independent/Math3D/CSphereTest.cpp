@@ -78,6 +78,12 @@ TEST(CSphere, RayTowardTheSphereCollides)
 TEST(CSphere, RayAwayFromTheSphereDoesNotCollide)
 {
     EXPECT_FALSE(UnitSphere.IsCollision(S3D(0.0f, 0.0f, -5.0f), Backward));
+    EXPECT_FALSE(UnitSphere.IsCollision(S3D(0.0f, 0.0f, std::nextafter(1.0f, 2.0f)), Forward));
+}
+
+TEST(CSphere, RayWithNaNCollides)
+{
+    EXPECT_TRUE(UnitSphere.IsCollision(S3D(NaN, 0.0f, 0.0f), Forward));
 }
 
 TEST(CSphere, RayFromTheCentreCollidesInAnyDirection)

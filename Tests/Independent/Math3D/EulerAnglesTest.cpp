@@ -416,6 +416,17 @@ TEST_P(EulerAnglesAtPoles, ThirdAngleIsZeroExactlyAtAPole)
     }
 }
 
+TEST_P(EulerAnglesAtPoles, LastSineBeforeAPoleIsNoPole)
+{
+    const SOrder& order = GetParam();
+    SMatrix matrix = order.multiply(S3D(0.3f, 0.4f, 0.5f));
+    for (const float sine : {std::nextafter(1.0f, 0.0f), std::nextafter(-1.0f, 0.0f)})
+    {
+        matrix.m[order.row][order.column] = order.sign * sine;
+        EXPECT_NEAR(0.5f, GetAngles(order, matrix).z, 1e-6f) << sine;
+    }
+}
+
 TEST_P(EulerAnglesOfVanishingElements, SettingTheAnglesGivesTheRotationBackAsFarAsTheElementsSay)
 {
     // The closer to a pole, the more of the elements that vanish there is rounding error, and so

@@ -146,6 +146,13 @@ TEST(S2D, NormalisedVectorHasLengthOne)
     EXPECT_FLOAT_EQ(-0.8f, vector.y);
 }
 
+TEST(S2D, NormalisingUsesNoEpsilon)
+{
+    S2D vector(0.0f, 0x1p-60f);
+    vector.Normalize();
+    EXPECT_SAME_BITS(S2D(0.0f, 1.0f), vector);
+}
+
 TEST(S2D, NormalisingLeavesTheZeroVector)
 {
     S2D zero(0.0f, -0.0f);

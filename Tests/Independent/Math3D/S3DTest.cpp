@@ -1,6 +1,7 @@
 #include "Independent/Math3D/S3D.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstddef>
 #include <tuple>
 #include <type_traits>
@@ -340,6 +341,21 @@ TEST(S3D, TheTwoTransformsDivideAlikeAtWTwo)
     EXPECT_SAME_BITS(S3D(1.0f, 1.5f, 2.0f), inPlace);
 }
 
+TEST(S3D, EveryOtherWDividesHoweverNearToOneOrZero)
+{
+    SMatrix matrix;
+    for (const float w : {std::nextafter(1.0f, 0.0f), 1.0f + 0x1p-22f, 0x1p-100f, -0x1p-100f})
+    {
+        matrix.m[3][3] = w;
+        const float reciprocal = 1.0f / w;
+        const S3D expected(3.0f * reciprocal, 5.0f * reciprocal, 7.0f * reciprocal);
+        S3D inPlace(3.0f, 5.0f, 7.0f);
+        EXPECT_SAME_BITS(expected, inPlace * matrix) << w;
+        inPlace *= matrix;
+        EXPECT_SAME_BITS(expected, inPlace) << w;
+    }
+}
+
 TEST(S3D, MulMatrixRotNeitherMovesNorDivides)
 {
     CRandom random(9);
@@ -380,12 +396,12 @@ TEST(S3D, IndexZeroOneTwoGivesXYZ)
 
 TEST(S3DDeathTest, AnyOtherIndexFailsTheAssertion)
 {
-    const char* const message = "S3D.*operator\\[\\].*!\"S3D\\[\\] out of range\"";
+    const char* const message = "S3D\\.(cpp|h).*operator\\[\\].*!\"S3D\\[\\] out of range\"";
     const S3D vector(1.0f, 2.0f, 3.0f);
-    EXPECT_DEATH(static_cast<void>(vector[3]), message);
-    EXPECT_DEATH(static_cast<void>(vector[4]), message);
-    EXPECT_DEATH(static_cast<void>(vector[~(~0ul >> 1)]), message);
-    EXPECT_DEATH(static_cast<void>(vector[~0ul]), message);
+    EXPECT_EXIT(static_cast<void>(vector[3]), testing::KilledBySignal(SIGABRT), message);
+    EXPECT_EXIT(static_cast<void>(vector[4]), testing::KilledBySignal(SIGABRT), message);
+    EXPECT_EXIT(static_cast<void>(vector[~(~0ul >> 1)]), testing::KilledBySignal(SIGABRT), message);
+    EXPECT_EXIT(static_cast<void>(vector[~0ul]), testing::KilledBySignal(SIGABRT), message);
 }
 
 TEST(S3D, GetXZOnlyDropsTheHeight)

@@ -25,7 +25,7 @@ TEST(S4D, IsFourFloatsInOrderWithoutAVirtualTable)
 
 TEST(S4D, CanBeBuiltWithoutValues)
 {
-    static_assert(std::is_default_constructible_v<S4D>);
+    static_assert(std::is_trivially_default_constructible_v<S4D>);
     S4D vector;
     vector.Set(1.0f, 2.0f, 3.0f, 4.0f);
     EXPECT_SAME_BITS(S4D(1.0f, 2.0f, 3.0f, 4.0f), vector);

@@ -270,6 +270,23 @@ TEST(SPlane, SegmentThatEndsBeforeThePlaneMissesAndLeavesOut)
     EXPECT_SAME_BITS(Untouched, out);
 }
 
+TEST(SPlane, SegmentJustShortOfThePlaneMisses)
+{
+    S3D out = Untouched;
+    EXPECT_FALSE(
+        Ground.CalcIntersectSegment(S3D(0.0f, 0x1p-22f, 0.0f), S3D(0.0f, 1.0f, 0.0f), out));
+    EXPECT_FALSE(
+        Ground.CalcIntersectSegment(S3D(0.0f, -1.0f, 0.0f), S3D(0.0f, -0x1p-22f, 0.0f), out));
+    EXPECT_SAME_BITS(Untouched, out);
+}
+
+TEST(SPlane, SegmentWithNaNMeetsInNaN)
+{
+    S3D out = Untouched;
+    EXPECT_TRUE(Ground.CalcIntersectSegment(S3D(0.0f, NaN, 0.0f), S3D(0.0f, 1.0f, 0.0f), out));
+    EXPECT_TRUE(std::isnan(out.y));
+}
+
 TEST(SPlane, SegmentParallelToThePlaneMissesAndLeavesOut)
 {
     S3D out = Untouched;
@@ -625,6 +642,7 @@ TEST(SPlane, TriangleIsSeenAlongTheNormalWhateverTheHeight)
     EXPECT_TRUE(IsInTriangle(S3D(1.0f, 50.0f, 1.0f)));
     EXPECT_TRUE(IsInTriangle(S3D(1.0f, -50.0f, 1.0f)));
     EXPECT_FALSE(IsInTriangle(S3D(3.0f, 50.0f, 3.0f)));
+    EXPECT_FALSE(IsInTriangle(S3D(-0.001f, 1000.0f, 2.0f)));
 }
 
 TEST(SPlane, TriangleSeenFromBehindContainsNoInnerPoint)
@@ -891,6 +909,15 @@ TEST(SPlane, PointPolySideIsTrueInFrontAndOnThePlane)
     EXPECT_TRUE(SPlane::PointPolySide(S3D(5.0f, 2.5f, 5.0f), planePos, up));
     EXPECT_TRUE(SPlane::PointPolySide(S3D(5.0f, 2.0f, 5.0f), planePos, up));
     EXPECT_FALSE(SPlane::PointPolySide(S3D(5.0f, 1.5f, 5.0f), planePos, up));
+    EXPECT_FALSE(SPlane::PointPolySide(S3D(5.0f, std::nextafter(2.0f, 0.0f), 5.0f), planePos, up));
+}
+
+TEST(SPlane, PointWithNaNIsNotInFrontButInTheTriangle)
+{
+    const S3D point(0.0f, NaN, 0.0f);
+    EXPECT_FALSE(Ground.TestFrontPos(point));
+    EXPECT_FALSE(SPlane::PointPolySide(point, S3D(), S3D(0.0f, 1.0f, 0.0f)));
+    EXPECT_TRUE(IsInTriangle(S3D(NaN, NaN, NaN)));
 }
 
 TEST(SPlane, CalcHeightIsSigned)

@@ -203,6 +203,14 @@ TEST(SQuaternionCreateFromToRotation, OppositeVectorsGiveTheIdentity)
         SQuaternion::CreateFromToRotation(S3D(1.0f, 0.0f, 0.0f), S3D(-1.0f, 0.0f, 0.0f)));
 }
 
+TEST(SQuaternionCreateFromToRotation, VectorsThatAreNearlyOppositeTurnHalfRound)
+{
+    const SQuaternion quaternion = SQuaternion::CreateFromToRotation(
+        S3D(1.0f, 0.0f, 0.0f), S3D(std::nextafter(-1.0f, 0.0f), 3.4526698e-4f, 0.0f));
+    EXPECT_NEAR(1.0f, quaternion.z, 1e-6f);
+    EXPECT_NEAR(1.7263349e-4f, quaternion.w, 1e-9f);
+}
+
 TEST(SQuaternionCreateFromToRotation, RightAngleFromXToYTurnsAboutZ)
 {
     const SQuaternion quaternion =
@@ -515,6 +523,16 @@ TEST(SQuaternionLimitRotate, LimitOfZeroGivesTheIdentity)
     EXPECT_TRUE(quaternion.LimitRotate(0.0));
     EXPECT_EQ(0.0f, quaternion.y);
     EXPECT_EQ(1.0f, quaternion.w);
+}
+
+TEST(SQuaternionLimitRotate, ResultShorterThanOneHundredThousandthChangesNothing)
+{
+    SQuaternion below(0.0f, 0.0f, 0.0f, -1.0f);
+    EXPECT_FALSE(below.LimitRotate(PiDouble - 1e-5)); // of length 5e-6
+    EXPECT_EQ(-1.0f, below.w);
+    SQuaternion above(0.0f, 0.0f, 0.0f, -1.0f);
+    EXPECT_TRUE(above.LimitRotate(PiDouble - 4e-5)); // of length 2e-5
+    EXPECT_EQ(1.0f, above.w);
 }
 
 TEST(SQuaternionLimitRotate, EachComponentsAngleIsScaledByTheSameFactor)
