@@ -40,8 +40,8 @@ public:
     /// Tells whether no byte is left.
     bool IsEnd() const { return m_pRead >= m_pEnd; }
 
-    /// Tells whether size more bytes are left. 0 is readable at the very end, too, and a negative
-    /// size always is.
+    /// Tells whether a move by size bytes ends within the range or before it: at the very end that
+    /// of 0 does, and within the range every negative one.
     bool IsCanRead(int size) const { return size <= GetCanReadSize(); }
 
     /// Returns where the byte stands that is read next, or null at the end.

@@ -69,11 +69,11 @@ std::string ToString(const std::string& text);
 /// Returns text with each occurrence of from replaced by to, found from left to right.
 ///
 /// text is Shift_JIS: both bytes of a two-byte character are stepped over together, so that no
-/// match starts inside one; a lead byte that ends text is copied with a zero byte after it. The
-/// scan ends at the last position where from still fits, and what stands after that is not copied:
-/// unless a match covers them, the last length(from) - 1 bytes of text are missing from the result,
-/// and a text shorter than from gives an empty one. An empty from, which must not be passed, gives
-/// text back unchanged.
+/// match starts inside one. The scan ends at the last position where from still fits. What stands
+/// after that, up to length(from) - 1 bytes, is missing from the result unless a match covers it or
+/// it is the second byte of a character that starts by then, which for a lead byte that ends text
+/// is a zero byte. A text shorter than from gives an empty one. An empty from, which must not be
+/// passed, gives text back unchanged.
 std::string Replace(const std::string& text, const std::string& from, const std::string& to);
 
 /// Returns the pieces of text between the occurrences of separator, empty ones included: always

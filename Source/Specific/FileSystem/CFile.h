@@ -65,7 +65,7 @@ public:
     bool StepWritePos(int count);
 
     /// Writes a value in the byte order of the host at position pos and comes back to the present
-    /// position. A failure may leave the position at pos.
+    /// position. A failure may leave the position at pos or just after the value.
     bool WritePosDWORD(int pos, unsigned int value);
 
     /// Writes a zero-terminated text, with its terminator if asked for.
@@ -98,7 +98,7 @@ public:
     static bool WriteBuffer(const CFileBuffer& buffer, const std::string& name);
 
     /// Reads a file as text up to its first zero byte. An empty file succeeds and leaves text
-    /// unchanged, and so does a failure.
+    /// unchanged; a failure leaves it unchanged, too.
     static bool ReadTextImage(std::string& text, const std::string& name);
 
     /// Writes the bytes of text, zero bytes included, without a terminator.

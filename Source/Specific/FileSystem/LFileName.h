@@ -44,7 +44,8 @@ public:
     /// lone slash.
     static std::string AddPunct(const std::string& path);
 
-    /// Returns the folder that the path stands in, without a separator at its end.
+    /// Returns the path before its last separator, of which only that one is left out: "a//b" gives
+    /// "a/". Empty when there is none.
     static std::string GetParent(const std::string& path);
 
     /// Returns the path with A to Z in lower case and everything else, two-byte characters

@@ -163,6 +163,23 @@ TEST(CharacterCode, OneStringAsInputAndOutputIsAnEmptyInput)
     EXPECT_EQ("", text);
 }
 
+TEST(CharacterCode, LongTextOfManyBytesACharacterConvertsFromAnyStart)
+{
+    for (std::size_t letters = 0; letters < 3; ++letters)
+    {
+        std::string sjis(letters, 'a');
+        std::string utf8(letters, 'a');
+        std::wstring utf16(letters, L'a');
+        for (int i = 0; i < 40; ++i)
+        {
+            sjis += "\x82\xA0";
+            utf8 += "\xE3\x81\x82";
+            utf16 += L'\x3042';
+        }
+        ExpectEveryDirection({sjis.c_str(), utf8.c_str(), utf16.c_str()});
+    }
+}
+
 TEST(CharacterCode, LettersStayAsTheyAre)
 {
     ExpectEveryDirection({"abc", "abc", L"abc"});

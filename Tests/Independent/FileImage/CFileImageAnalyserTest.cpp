@@ -632,6 +632,39 @@ TEST(CFileImageAnalyser, TextReadFromPastTheEndFailsAndMovesNothing)
     }
 }
 
+TEST(CFileImageAnalyser, FromPastTheEndOnlyAMoveBackIsPossible)
+{
+    const Bytes bytes{'a', 'b'};
+    CFileImageAnalyser reader(bytes.data() + 2, bytes.data() + 1);
+    EXPECT_TRUE(reader.IsEnd());
+    EXPECT_EQ(nullptr, reader.GetReadPointer());
+    EXPECT_EQ(-1, reader.GetCanReadSize());
+    EXPECT_FALSE(reader.IsCanRead(0));
+    EXPECT_FALSE(reader.Skip(0));
+    EXPECT_EQ(0, reader.GetPos());
+    EXPECT_TRUE(reader.Skip(-1));
+    EXPECT_EQ(-1, reader.GetPos());
+}
+
+TEST(CFileImageAnalyser, CountsOver32BitsAreWhole)
+{
+    if (sizeof(void*) < 8)
+        GTEST_SKIP() << "addresses have 32 bits here";
+    // Addresses alone: nothing is read.
+    constexpr std::uint64_t start = std::uint64_t{1} << 40;
+    constexpr std::int64_t size = 5000000000;
+    const auto getAddress = [](std::uint64_t number)
+    { return reinterpret_cast<const unsigned char*>(static_cast<std::uintptr_t>(number)); };
+    CFileImageAnalyser reader(
+        getAddress(start), getAddress(start + static_cast<std::uint64_t>(size)));
+    EXPECT_EQ(size, reader.GetCanReadSize());
+    EXPECT_TRUE(reader.IsCanRead(HighestInt));
+    EXPECT_TRUE(reader.Skip(HighestInt));
+    EXPECT_TRUE(reader.Skip(HighestInt));
+    EXPECT_EQ(std::int64_t{2} * HighestInt, reader.GetPos());
+    EXPECT_EQ(size - std::int64_t{2} * HighestInt, reader.GetCanReadSize());
+}
+
 TEST(CFileImageAnalyser, AlignedStringTakesAMultipleOfFourBytes)
 {
     const std::vector<std::int64_t> sizeByLength{4, 4, 4, 4, 8, 8, 8, 8, 12};

@@ -271,6 +271,13 @@ TEST(CFileImageMaker, AddZeroTerminatedStringAppendsZeroBytesOfTheTextToo)
     EXPECT_EQ((Bytes{'a', 0x00, 'b', 0x00}), maker.GetImageData());
 }
 
+TEST(CFileImageMaker, AlignedStringCountsZeroBytesOfTheTextToo)
+{
+    CFileImageMaker maker;
+    maker.AddStringAligned4("a\0bcd"s);
+    EXPECT_EQ((Bytes{'a', 0x00, 'b', 'c', 'd', 0x00, 0x00, 0x00}), maker.GetImageData());
+}
+
 TEST(CFileImageMaker, AlignedStringFillsUpToFourBytesWhereverItStarts)
 {
     const std::vector<std::pair<std::string, Bytes>> cases{

@@ -71,7 +71,11 @@ TEST(CFileBuffer, MissingFileOrFolderIsRefused)
 {
     const testsupport::CTemporaryFolder folder;
     CFileBuffer buffer;
+    buffer.Allocate(3);
+    buffer.GetData()[0] = 7;
     EXPECT_FALSE(CFile::ReadBuffer(buffer, folder.GetPath("missing")));
+    EXPECT_EQ(3U, buffer.GetSize());
+    EXPECT_EQ(7, buffer.GetData()[0]);
     EXPECT_FALSE(CFile::WriteBuffer(buffer, folder.GetPath("missing/file")));
 }
 

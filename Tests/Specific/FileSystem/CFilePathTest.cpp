@@ -116,6 +116,9 @@ TEST(CFilePath, SetExeFilePathOnlyDeletesTheSeparator)
     EXPECT_EQ(R"(C:\a)", path.GetString());
     path.SetExeFilePath();
     EXPECT_EQ(R"(C:\a)", path.GetString());
+    CFilePath root = MakePath(R"(C:\)");
+    root.SetExeFilePath();
+    EXPECT_EQ(R"(C:\)", root.GetString());
 }
 
 TEST(CFilePath, SetTemporaryFolderPathOnlyDeletesTheSeparator)
@@ -125,6 +128,9 @@ TEST(CFilePath, SetTemporaryFolderPathOnlyDeletesTheSeparator)
     EXPECT_EQ(R"(C:\a)", path.GetString());
     path.SetTemporaryFolderPath();
     EXPECT_EQ(R"(C:\a)", path.GetString());
+    CFilePath root = MakePath(R"(C:\)");
+    root.SetTemporaryFolderPath();
+    EXPECT_EQ(R"(C:\)", root.GetString());
 }
 
 TEST(CFilePath, SetPersonalFolderPathDoesNothing)

@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 #include "CTemporaryWorkingFolder.h"
+#include "Specific/FileSystem/CFileBuffer.h"
 #include "Support/Bytes.h"
 #include "Support/CStreamFault.h"
 #include "Support/Heap.h"
@@ -828,6 +829,18 @@ TEST(CFile, WritePosDWORDThatCannotComeBackFails)
     EXPECT_TRUE(file.WriteByte(0));
     EXPECT_EQ(4294967295u, file.GetPos());
     EXPECT_FALSE(file.WritePosDWORD(2, 0x64636261));
+    EXPECT_EQ(6u, file.GetPos());
+}
+
+TEST(CFile, WritePosDWORDTakesANegativePositionAsItsUnsignedBits)
+{
+    const CTemporaryWorkingFolder folder;
+    CFile file;
+    EXPECT_TRUE(file.Create("new"));
+    EXPECT_TRUE(file.WritePosDWORD(std::numeric_limits<int>::min(), 0x64636261));
+    EXPECT_EQ(0u, file.GetPos());
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(2 * Gibibyte + 4, std::filesystem::file_size("new"));
 }
 
 TEST(CFile, WriteStringWritesTheTextWithoutItsTerminator)
@@ -1130,6 +1143,18 @@ TEST(CFile, ReadImageThatIsCutShortFailsWithTheVectorAtTheFilesSize)
     EXPECT_EQ(descriptors, CountOpenDescriptors());
 }
 
+TEST(CFile, BufferThatGetsNoMemoryHoldsNone)
+{
+    filesystem::CFileBuffer buffer;
+    buffer.Allocate(10);
+    {
+        const CAllocationWatch watch([](std::size_t) { throw std::bad_alloc(); });
+        EXPECT_THROW(buffer.Allocate(20), std::bad_alloc);
+    }
+    EXPECT_EQ(0u, buffer.GetSize());
+    EXPECT_EQ(nullptr, buffer.GetData());
+}
+
 TEST(CFile, ReadImageFailsWhereTheFileCannotBeClosed)
 {
     const CTemporaryWorkingFolder folder;
@@ -1139,6 +1164,7 @@ TEST(CFile, ReadImageFailsWhereTheFileCannotBeClosed)
     {
         const CStreamFault fault("fclose", 1);
         EXPECT_FALSE(CFile::ReadImage(image, "ten"));
+        EXPECT_EQ("0123456789", ToText(image));
     }
     const CStreamFault fault("fclose", 1);
     EXPECT_FALSE(CFile::ReadImage(image, "empty"));

@@ -232,7 +232,7 @@ TEST(LFileName, AddPunctOfAnEmptyPathIsASlash)
     EXPECT_EQ("/", LFileName::AddPunct(""));
 }
 
-TEST(LFileName, ParentIsTheFolderWithoutASeparatorAtItsEnd)
+TEST(LFileName, ParentEndsBeforeTheLastSeparator)
 {
     EXPECT_EQ("a/b", LFileName::GetParent(R"(a/b\c.x)"));
     EXPECT_EQ("a/b", LFileName::GetParent("a/b/"));
