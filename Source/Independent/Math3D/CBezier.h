@@ -22,8 +22,8 @@ public:
     virtual ~CBezier() = default;
 
     /// The Bernstein polynomial B(i, n) at t: n! / (i! * (n - i)!) * t^i * (1 - t)^(n - i). Exact
-    /// factorials end at n = 12: they are formed in 32 bits and wrap around beyond. The factorial
-    /// of a negative number counts as 1.
+    /// factorials end at n = 12: they are formed in 32 bits and wrap around beyond, to 0 from 34
+    /// on, where the result is 0 or NaN. The factorial of a negative number counts as 1.
     [[nodiscard]] static float Bernstein(int i, int n, float t) noexcept;
 
     /// The point of the cubic Bezier curve with four control points at t: the first point at 0, the

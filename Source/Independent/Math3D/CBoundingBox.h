@@ -23,10 +23,10 @@ public:
 
     /// Empties the box: every minimum becomes the largest finite float and every maximum its
     /// negative, so that the first insertion sets all six. An empty box contains no point; its size
-    /// is -infinity on each axis.
+    /// and largest length are -infinity, its centre is the origin and its radius infinity.
     void Clear() noexcept { *this = CBoundingBox(); }
 
-    /// Widens the box to include a point.
+    /// Widens the box to include a point. A coordinate of NaN changes nothing on its axis.
     void Insert(const S3D& point) noexcept;
 
     /// Widens the box to include the cube around a sphere.

@@ -49,10 +49,12 @@ public:
     /// Turns back to look along +z.
     void ResetRotate() noexcept { m_Rotate = SQuaternion(); }
 
-    /// Turns by an angle in degrees about the world's Y axis (heading).
+    /// Turns by an angle in degrees about the world's Y axis (heading), to the right if positive.
+    /// The rotation is not normalised: after very many turns the caller does that.
     void AddAngle(float degrees) noexcept;
 
-    /// Turns by an angle in degrees about the camera's own X axis (pitch).
+    /// Turns by an angle in degrees about the camera's own X axis (pitch), downwards if positive;
+    /// not normalised either.
     void AddAngleP(float degrees) noexcept;
 
     /// Moves by a distance along the direction of view.

@@ -38,7 +38,8 @@ public:
     /// m11 = -deg * width / height, m22 = 1 / (far - near), m33 = 1, all else 0. The depth there
     /// does not start at near: near is not subtracted.
     ///
-    /// Equal clip distances, and a width or height of 0, give infinite or NaN elements.
+    /// Equal clip distances and a height of 0 give infinite or NaN elements. So does a width of 0
+    /// in the perspective form; in the orthographic one it makes m11 0.
     void Set(int width, int height, float near, float far, float deg);
 
     /// Set with a new screen size in pixels and the distances and field of view kept.
@@ -66,8 +67,9 @@ public:
     /// left, right, top, bottom, near, far. Empty before the first Set.
     [[nodiscard]] const std::vector<S3D>& GetNormalList() const noexcept { return m_NormalList; }
 
-    /// The view-space point of the near plane under a pixel, by the scales of a perspective matrix.
-    /// Pixel (0, 0) is the top-left corner of the screen, (width, height) the bottom-right one.
+    /// The view-space point of the near plane under a pixel, by the scales of a perspective matrix:
+    /// in the orthographic form x and y come out multiplied by near. Pixel (0, 0) is the top-left
+    /// corner of the screen, (width, height) the bottom-right one.
     [[nodiscard]] S3D GetPosOnNearPlane(int x, int y) const noexcept;
 
     /// The frustum's six planes in world space, as seen by the camera, in the order of

@@ -36,7 +36,8 @@ public:
     [[nodiscard]] float GetRadius() const noexcept { return m_Radius; }
 
     /// True when the ray from origin along dir, which must have length 1, meets the ball. A ray
-    /// that starts inside it or on its surface does so whatever its direction.
+    /// that starts inside it or on its surface does so whatever its direction, and so does one with
+    /// NaN.
     [[nodiscard]] bool IsCollision(const S3D& origin, const S3D& dir) const noexcept;
 
 private:

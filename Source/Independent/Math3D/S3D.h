@@ -185,7 +185,9 @@ struct S3D
     /// (x, y, -z): this direction under OpenGL's right-handed axes.
     [[nodiscard]] constexpr S3D GetOpenGL() const noexcept { return GetOpenGLPos(); }
 
-    /// A copy of length 1. A vector whose length is exactly 0 is returned as it is.
+    /// A copy of length 1. A vector whose length is exactly 0 is returned as it is. Squares are
+    /// floats: a component beyond about 1.8e19 gives the zero vector, and one below about 1e-23
+    /// counts as 0.
     [[nodiscard]] S3D GetNormalize() const noexcept
     {
         const float length = Length();
@@ -197,10 +199,10 @@ struct S3D
 
     /// The axis (of length 1) and the angle (radians, 0 to pi) that turn one unit vector into
     /// another; neither input is normalised here. The axis is always written. False when the two
-    /// point the same way: the angle is then unwritten (dot product of 1 or more) or written and
-    /// below 1e-6. For opposite vectors the result is true with the angle pi, but the axis is
-    /// (0, 0, 0), since every perpendicular would do: the caller picks one. A dot product that
-    /// rounding took below -1 gives true and a NaN angle.
+    /// point the same way: their dot product is 1 or more, as it is by rounding for less than about
+    /// 3e-4 radians, and the angle is unwritten. For opposite vectors the result is true with the
+    /// angle pi, but the axis is (0, 0, 0), since every perpendicular would do: the caller picks
+    /// one. A dot product that rounding took below -1 gives true and a NaN angle.
     [[nodiscard]] static bool
     CalcRotateAxisAndAngle(S3D& axis, float& angle, const S3D& from, const S3D& to) noexcept;
 

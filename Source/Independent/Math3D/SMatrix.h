@@ -363,16 +363,18 @@ struct SMatrix
     /// orders with their element as well.
     [[nodiscard]] S3D GetEulerRadXYZ() const noexcept;
 
-    /// Angles (x, y, z) in radians that make H(y) * P(x) * B(z) the rotation part of this matrix;
-    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle
-    /// comes from m12. Where x is 90 or -90 degrees exactly, z is 0. The angles give
-    /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
+    /// Angles (x, y, z) in radians that make H(y) * P(x) * B(z) the rotation part of this matrix; x
+    /// is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle comes from
+    /// m12. Where x is 90 or -90 degrees exactly, z is 0. The angles give the rotation back
+    /// wherever m12 is within -1..1 (beyond, x is NaN), within 0.001 close to the poles, where asin
+    /// is steep.
     [[nodiscard]] S3D GetEulerRadYXZ() const noexcept;
 
-    /// Angles (x, y, z) in radians that make B(z) * P(x) * H(y) the rotation part of this matrix;
-    /// x is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle
-    /// comes from m21. Where x is 90 or -90 degrees exactly, z is 0. The angles give
-    /// the rotation back everywhere, within 0.001 close to the poles, where asin is steep.
+    /// Angles (x, y, z) in radians that make B(z) * P(x) * H(y) the rotation part of this matrix; x
+    /// is within -pi/2..pi/2. The upper-left 3x3 must be orthonormal; the middle angle comes from
+    /// m21. Where x is 90 or -90 degrees exactly, z is 0. The angles give the rotation back
+    /// wherever m21 is within -1..1 (beyond, x is NaN), within 0.001 close to the poles, where asin
+    /// is steep.
     [[nodiscard]] S3D GetEulerRadZXY() const noexcept;
 
     /// Angles (x, y, z) in radians that make B(z) * H(y) * P(x) the rotation part of this matrix;

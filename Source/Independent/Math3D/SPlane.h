@@ -29,15 +29,18 @@ struct SPlane
     {
     }
 
-    /// The plane through three points with the unit normal CalcNormal(p0, p1, p2). Points on one
-    /// line give the zero plane.
+    /// The plane through three points with the unit normal CalcNormal(p0, p1, p2). Where that is
+    /// (0, 0, 0), so is the plane.
     SPlane(const S3D& p0, const S3D& p1, const S3D& p2) noexcept
         : SPlane(p0, CalcNormal(p0, p1, p2))
     {
     }
 
     /// The unit normal (p1 - p0) x (p2 - p1). The corners run clockwise as seen from the side that
-    /// it points to (left-handed axes). Points on one line give (0, 0, 0).
+    /// it points to (left-handed axes). It is (0, 0, 0) where the length of the product comes out
+    /// as exactly 0: for coinciding corners, or edges so short (about 1e-12) that it underflows.
+    /// For points on one line rounding may leave a length above 0, and a unit vector that means
+    /// nothing.
     [[nodiscard]] static S3D CalcNormal(const S3D& p0, const S3D& p1, const S3D& p2) noexcept
     {
         const S3D cross = S3D::CrossProduct(p1 - p0, p2 - p1);
@@ -46,7 +49,8 @@ struct SPlane
     }
 
     /// Where the segment from start to end, both included, meets this plane. False, with out
-    /// unwritten, when it does not or is parallel to the plane.
+    /// unwritten, when it does not or is parallel to the plane, as one within the plane is. NaN
+    /// gives true, and NaN in out.
     [[nodiscard]] bool
     CalcIntersectSegment(const S3D& start, const S3D& end, S3D& out) const noexcept;
 
@@ -71,7 +75,8 @@ struct SPlane
         S3D& out) noexcept;
 
     /// True when the point, as seen along the normal, lies in the triangle or on its boundary. The
-    /// triangle must be wound so that CalcNormal(p0, p1, p2) points along the normal.
+    /// triangle must be wound so that CalcNormal(p0, p1, p2) points along the normal. Every point
+    /// lies in a triangle that is too small for a normal, and so does NaN.
     [[nodiscard]] static bool PointTriangleSide(
         const S3D& p0, const S3D& p1, const S3D& p2, const S3D& point, const S3D& normal) noexcept;
 
@@ -112,7 +117,8 @@ struct SPlane
 
     /// The weights with point = u * p0 + v * p1 + w * p2, by Cramer's rule: the barycentric
     /// coordinates of a point of the triangle, as long as its plane does not contain the origin.
-    /// Vectors in one plane with the origin give infinities or NaN.
+    /// Vectors in one plane with the origin give infinities or NaN where their triple product comes
+    /// out as exactly 0, and weights that mean nothing where rounding leaves more of it.
     static void CalcCenterGravity(
         const S3D& p0,
         const S3D& p1,

@@ -104,7 +104,8 @@ struct SQuaternion
         return product;
     }
 
-    /// Scales to length 1 in place. A quaternion of a length of 1e-5 or less stays as it is.
+    /// Scales to length 1 in place. A quaternion of a length of 1e-5 or less stays as it is, and so
+    /// does one with NaN.
     void Normalize() noexcept { *this = GetNormalize(); }
 
     /// A copy of length 1. A quaternion of a length of 1e-5 or less is returned as it is.
@@ -167,9 +168,9 @@ struct SQuaternion
 
     /// Limits the rotation of a unit quaternion to an angle in radians. The angles 2*asin(x),
     /// 2*asin(y), 2*asin(z) and 2*acos(w) are all scaled by the factor that brings the largest
-    /// magnitude down to maxRadians, and the quaternion that they give is normalised: an
-    /// approximation of the clamp about the rotation's own axis, exact about X, Y or Z for w >= 0.
-    /// True when the quaternion changed. False leaves it as it was: no angle is above the limit,
+    /// magnitude down to maxRadians (0 or more), and the quaternion that they give is normalised:
+    /// an approximation of the clamp about the rotation's own axis, exact about X, Y or Z for w >=
+    /// 0. True when the quaternion changed. False leaves it as it was: no angle is above the limit,
     /// the result is too short to normalise (1e-5), or a component is outside -1..1 or NaN.
     bool LimitRotate(double maxRadians) noexcept;
 
@@ -182,7 +183,8 @@ struct SQuaternion
 
     /// Spherical linear interpolation between two unit quaternions along the shorter arc: this one
     /// at t = 0, the target (or its negative, the same rotation) at t = 1. t is not clamped and the
-    /// result not normalised. Within a dot product of 0.99 the weights are linear.
+    /// result not normalised. From a dot product of 0.99 on, of either sign, the weights are
+    /// linear.
     [[nodiscard]] SQuaternion Slerp(const SQuaternion& target, float t) const noexcept
     {
         constexpr float linearBelow = 0.01f;
