@@ -34,14 +34,15 @@ async function open(browser, options = {}) {
 }
 
 function isControl(code) {
-    return code < 0x20 || (code >= 0x7f && code < 0xa0);
+    const ranges = [[0x00, 0x1f], [0x7f, 0x9f], [0x61c, 0x61c], [0x200e, 0x200f], [0x2028, 0x202e], [0x2066, 0x2069]];
+    return ranges.some(([first, last]) => code >= first && code <= last);
 }
 
 function escapeBytes(bytes) {
     return Array.from(bytes, (byte) => `\\x${byte.toString(16).padStart(2, "0")}`).join("");
 }
 
-/** Returns a path or name of zek's JSON as it is shown: with control characters and wrong bytes escaped. */
+/** Returns a path or name of zek's JSON as it is shown: with what steers a line and wrong bytes escaped. */
 function show(value) {
     if (value.text !== undefined)
         return Array.from(value.text, (c) => (isControl(c.codePointAt(0)) ? escapeBytes(Buffer.from(c)) : c)).join("");
