@@ -81,8 +81,9 @@ template <typename Walk>
     constexpr int wordSize = 4;
     const auto walkReserved = [&](const char* name, int size)
     { return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); }); };
-    return (version < version::NodeReservedBlock || walkReserved("reservedBlock", blockSize)) &&
-           (version < version::NodeReservedWord || walkReserved("reservedWord", wordSize));
+    if (version >= version::NodeReservedBlock && !walkReserved("reservedBlock", blockSize))
+        return false;
+    return version < version::NodeReservedWord || walkReserved("reservedWord", wordSize);
 }
 
 template <typename Walk>

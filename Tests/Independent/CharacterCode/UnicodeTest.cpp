@@ -69,6 +69,22 @@ TEST(Unicode, SurrogatesAreKnown)
     EXPECT_FALSE(charactercode::IsSurrogate(0xE000));
 }
 
+TEST(Unicode, NoCodeBeyondTheLastIsTaken)
+{
+    constexpr unsigned firstBeyond = 0x110000;
+    constexpr unsigned lastOfFourBytes = 0x1FFFFF;
+    for (unsigned code = firstBeyond; code <= lastOfFourBytes; ++code)
+    {
+        const std::string bytes = {
+            static_cast<char>(0xF0 | code >> 18), static_cast<char>(0x80 | (code >> 12 & 0x3F)),
+            static_cast<char>(0x80 | (code >> 6 & 0x3F)), static_cast<char>(0x80 | (code & 0x3F))};
+        std::string_view text = bytes;
+        char32_t taken = 0;
+        ASSERT_FALSE(TakeUTF8Character(text, taken)) << code;
+        ASSERT_EQ(bytes, text);
+    }
+}
+
 TEST(Unicode, OtherBytesAreRefused)
 {
     for (const char* bytes :

@@ -72,6 +72,13 @@ TEST_F(SystemFilesPosix, LinksAreResolved)
     EXPECT_TRUE(IsSameFile(folder.GetPath("link"), folder.GetPath("below/file")));
 }
 
+TEST_F(SystemFilesPosix, FoldersOfTwoFileSystemsAreNotTheSame)
+{
+    EXPECT_FALSE(IsSameFile("/", "/dev"));
+    EXPECT_FALSE(IsSameFile("/", folder.GetPath("link")));
+    EXPECT_FALSE(IsSameFile("/dev/null", "/dev/null")) << "neither file nor folder";
+}
+
 TEST_F(SystemFilesPosix, EntriesThatAreLinksSayWhereTheyLead)
 {
     std::map<std::string, SFolderEntry> entries;
