@@ -73,17 +73,22 @@ template <typename Walk>
     return version < version::NodeAlternateReference || walk.Int("alternateReference", reference);
 }
 
-/// Walks bytes of a node of which nothing is known.
+/// Walks bytes of which nothing is known.
+template <typename Walk>
+[[gnu::always_inline]] inline bool WalkReserved(Walk& walk, const char* name, int size)
+{
+    return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); });
+}
+
+/// Walks those of a node.
 template <typename Walk>
 [[gnu::always_inline]] inline bool WalkNodeReserved(Walk& walk, int version)
 {
     constexpr int blockSize = 20;
     constexpr int wordSize = 4;
-    const auto walkReserved = [&](const char* name, int size)
-    { return walk.Block(name, [&](auto& fields) { fields.Bytes(name, size); }); };
-    if (version >= version::NodeReservedBlock && !walkReserved("reservedBlock", blockSize))
+    if (version >= version::NodeReservedBlock && !WalkReserved(walk, "reservedBlock", blockSize))
         return false;
-    return version < version::NodeReservedWord || walkReserved("reservedWord", wordSize);
+    return version < version::NodeReservedWord || WalkReserved(walk, "reservedWord", wordSize);
 }
 
 template <typename Walk>
