@@ -340,7 +340,13 @@ class Models(ProgramTest):
         os.symlink("../in/2.zek", self.folder + "/links/1.zek")
         os.mkdir(self.folder + "/pair")
         os.symlink("../out", self.folder + "/pair/gen")
-        for words in (["src", "out/gen", "-o", "out"], ["in", "-o", "links"], ["src", "out/1.zek", "-o", "pair"]):
+        os.symlink("out/gen/1.zek", self.folder + "/link.zek")
+        for words in (
+            ["src", "out/gen", "-o", "out"],
+            ["in", "-o", "links"],
+            ["src", "out/1.zek", "-o", "pair"],
+            ["src", "link.zek", "-o", "out"],
+        ):
             before = self.read_all()
             result = run("mark", *words, cwd=self.folder)
             self.assertEqual(2, result.returncode, (words, result))

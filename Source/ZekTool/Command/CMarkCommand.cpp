@@ -62,6 +62,17 @@ std::string MakeOutputPath(std::string folder, const SModelPath& model)
     return folder.append(model.GetName());
 }
 
+/// Tells whether a model, or the file that its name is a link to, has one of the places.
+bool IsAtOneOf(const std::set<filesystem::SPlace>& places, const std::string& modelPath)
+{
+    if (places.count(filesystem::GetPlace(modelPath)) != 0)
+        return true;
+    std::string target = modelPath;
+    return filesystem::GetLinkKind(modelPath) == EPathKind::Link &&
+           filesystem::ResolveLinks(target).empty() &&
+           places.count(filesystem::GetPlace(target)) != 0;
+}
+
 /// Refuses outputs that would go over each other or over a model of the list, whatever way they
 /// lead there.
 void CheckOutputPlaces(const std::string& folder, const std::vector<SModelPath>& models)
@@ -81,7 +92,7 @@ void CheckOutputPlaces(const std::string& folder, const std::vector<SModelPath>&
     }
     for (const SModelPath& model : models)
     {
-        if (places.count(filesystem::GetPlace(model.path)) != 0)
+        if (IsAtOneOf(places, model.path))
             throw CUsageError(
                 "an output would go over " + MakeShowable(model.path) +
                 ", which is to be marked, too; name another folder");
