@@ -13,9 +13,8 @@ check "analysis" Scripts/check-style.sh --analyse
 check "compilers" Scripts/test-compilers.sh
 # The whole build and all tests.
 check "tests, clang++" Scripts/test.sh --preset test-clang
-# The same twice, some times slower.
-check "sanitizers, g++" Scripts/test.sh --preset sanitize
-check "sanitizers, clang++" Scripts/test.sh --preset sanitize-clang
+# The same, some times slower.
+check "sanitizers" Scripts/test.sh --preset sanitize
 # The whole build and all tests, and five times those that hold the format's descriptions to each
 # other.
 check "recipe" Scripts/check-recipe.sh
