@@ -1,6 +1,7 @@
 #include "Support/Heap.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -10,9 +11,10 @@
 namespace
 {
 
-std::size_t g_LiveBytes = 0;
-std::size_t g_LiveBlocks = 0;
-std::size_t g_PeakBytes = 0;
+// Atomic, since a test elsewhere in the program may have several threads.
+std::atomic<std::size_t> g_LiveBytes = 0;
+std::atomic<std::size_t> g_LiveBlocks = 0;
+std::atomic<std::size_t> g_PeakBytes = 0;
 std::function<void(std::size_t)> g_Watch;
 bool g_IsWatching = false;
 
@@ -39,18 +41,13 @@ std::size_t GetCost(void* block)
     return malloc_usable_size(block) + headerSize;
 }
 
-} // namespace
-
-namespace
-{
-
 void* Count(void* block)
 {
     if (block == nullptr)
         throw std::bad_alloc();
     g_LiveBytes += GetCost(block);
     g_LiveBlocks += 1;
-    g_PeakBytes = std::max(g_PeakBytes, g_LiveBytes);
+    g_PeakBytes = std::max(g_PeakBytes.load(), g_LiveBytes.load());
     return block;
 }
 
@@ -110,7 +107,7 @@ std::size_t GetPeakBytes()
 
 void ResetPeak()
 {
-    g_PeakBytes = g_LiveBytes;
+    g_PeakBytes = g_LiveBytes.load();
 }
 
 CAllocationWatch::CAllocationWatch(std::function<void(std::size_t)> watch)

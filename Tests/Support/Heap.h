@@ -15,7 +15,7 @@ std::size_t GetLiveBytes();
 /// Blocks in use.
 std::size_t GetLiveBlocks();
 
-/// The most bytes in use since `ResetPeak`.
+/// The most bytes in use since `ResetPeak`, while the program has one thread.
 std::size_t GetPeakBytes();
 void ResetPeak();
 
