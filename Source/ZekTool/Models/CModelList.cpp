@@ -83,7 +83,11 @@ bool CModelList::Next(SModelPath& model)
             {path, 0, "an empty path; two zero bytes follow each other in the list"});
     else if (FindModels(path, m_Patterns, m_Models) == 0)
         m_Models.push_back({path, 0, "no model below it"});
-    return NextKnown(model);
+    if (!IsInterrupted())
+        return NextKnown(model);
+    // The search may have been cut short: as it stands, the path is what is not done.
+    m_Models.assign(1, {path, filesystem::GetNameStart(path)});
+    return false;
 }
 
 bool CModelList::NextKnown(SModelPath& model)

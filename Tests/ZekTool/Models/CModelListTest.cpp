@@ -1,9 +1,12 @@
 #include "ZekTool/Models/CModelList.h"
 
+#include <cstdlib>
+
 #include <gtest/gtest.h>
 
 #include "Support/CTemporaryFolder.h"
 #include "ZekTool/Output/CUsageError.h"
+#include "ZekTool/Output/Interrupt.h"
 
 namespace
 {
@@ -110,6 +113,20 @@ TEST_F(CModelListTest, WhatIsNotDoneIsNotLookedAt)
     EXPECT_EQ(folder.GetPath("b"), model.path);
     EXPECT_EQ("b", model.GetName());
     EXPECT_FALSE(list.NextUndone(model));
+}
+
+TEST_F(CModelListTest, AFolderWhoseSearchIsCutShortIsNotDone)
+{
+    folder.Write("list", folder.GetPath("empty") + '\0');
+    const auto isNotDone = [&]
+    {
+        CModelList list(std::make_unique<CPathReader>(folder.GetPath("list")), Zek);
+        zektool::OnCtrlC();
+        SModelPath model;
+        return !list.Next(model) && list.NextUndone(model) && model.error.empty() &&
+               model.GetName() == "empty" && !list.NextUndone(model);
+    };
+    EXPECT_EXIT(std::exit(isNotDone() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(CModelListTest, AListThatCannotBeReadHasAnError)
