@@ -346,6 +346,8 @@ class Models(ProgramTest):
             ["in", "-o", "links"],
             ["src", "out/1.zek", "-o", "pair"],
             ["src", "link.zek", "-o", "out"],
+            ["src", "out/gen", "-o", "new/../out"],
+            ["in", "-o", "new/../in/below"],
         ):
             before = self.read_all()
             result = run("mark", *words, cwd=self.folder)
@@ -400,7 +402,10 @@ class Models(ProgramTest):
             self.assertIn(b"the depfile is the model or its output", result.stdout)
             self.assertEqual(make_model(), self.read(path))
         other = self.write(b"2.zek")
-        for words, reason in ((["-o", "x", "--depfile", "./x"], b"or its output"), (["--depfile", "2.zek"], b"another model")):
+        for words, reason in (
+            (["-o", "x", "--depfile", "./x"], b"or its output"),
+            (["--depfile", "2.zek"], b"another model"),
+        ):
             for dry_run in ([], ["-n"]):
                 result = run("mark", *words, *dry_run, "1.zek", cwd=self.folder)
                 self.assertEqual(1, result.returncode, words)

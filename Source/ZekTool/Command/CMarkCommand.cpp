@@ -1,6 +1,7 @@
 #include "ZekTool/Command/CMarkCommand.h"
 
 #include <set>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -99,6 +100,24 @@ void CheckOutputPlaces(const std::string& folder, const std::vector<SModelPath>&
     }
 }
 
+/// Refuses an output path that goes through a folder that does not exist and out of it again: it
+/// leads nowhere now, and elsewhere as soon as that folder has been made.
+void CheckParents(const std::string& outputPath)
+{
+    std::string part = outputPath;
+    while (!part.empty())
+    {
+        if (part.substr(filesystem::GetNameStart(part)) == ".." && !filesystem::IsFolder(part))
+            throw CUsageError(
+                MakeShowable(outputPath) +
+                " leads out of a folder that does not exist; name it without that \"..\"");
+        std::string folder = filesystem::GetFolder(part);
+        if (folder == part)
+            return;
+        part = std::move(folder);
+    }
+}
+
 /// Refuses outputs that cannot all be written, or that would be models themselves the next time.
 void CheckOutputFolder(const SCommandLine& line, const CModelList& models)
 {
@@ -168,6 +187,7 @@ CMarkCommand::CMarkCommand(const SCommandLine& line, const CModelList& models)
         !line.outputPath.empty() &&
         (models.IsSeveral() || filesystem::IsSystemSeparator(line.outputPath.back()) ||
          filesystem::IsFolder(line.outputPath));
+    CheckParents(line.outputPath);
     if (m_IsOutputFolder)
         CheckOutputFolder(line, models);
 }
