@@ -185,13 +185,14 @@ bool CMarker::Write()
 
 bool CMarker::WriteInPlace()
 {
-    if (!IsSettled())
+    if (m_IsDifferent && !IsSettled())
         return false;
     m_File.Close(); // nobody may have it open, to get it alone
     CRandomAccessFile file;
     if (!file.OpenToWrite(m_Path))
         return Fail("cannot be opened for writing: " + file.GetError()) && !file.IsBusy();
-    if (file.GetState() != m_File.GetState() || (file.IsBusy() && m_IsPatient))
+    // What is only touched may be touched by others, too.
+    if (m_IsDifferent && (file.GetState() != m_File.GetState() || (file.IsBusy() && m_IsPatient)))
         return false;
     if (!WriteChanges(file) || (m_Options.isAlways && !file.Touch()))
         return Fail("cannot be written: " + file.GetError());
@@ -279,7 +280,7 @@ bool CMarker::IsDepfileApart()
         filesystem::IsSameFile(path, GetTarget()) || filesystem::IsSameFile(path, m_Path))
         Fail("the depfile is the model or its output; give it a name of its own");
     else if (IsModel(path))
-        Fail("the depfile is another model; give it a name of its own");
+        Fail("the depfile is another model, or cannot be read; give it a name of its own");
     else
         return true;
     return false;

@@ -1,6 +1,7 @@
 #include "ZekTool/Mark/CMarker.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -420,6 +421,26 @@ TEST_F(CMarkerTest, AModelThatAnotherProgramHasToItselfIsWaitedFor)
         });
     EXPECT_EQ(MarkModel().outcome, SMarkResult::Changed);
     closing.join();
+}
+
+TEST_F(CMarkerTest, AModelThatIsOnlyTouchedMayBeTouchedByOthers)
+{
+    Write(MakeModelOfTwoTextures());
+    ASSERT_EQ(MarkModel().outcome, SMarkResult::Changed);
+    std::atomic<bool> isMarked = false;
+    std::thread touching(
+        [&]
+        {
+            while (!isMarked)
+                std::filesystem::last_write_time(
+                    m_Path, std::filesystem::file_time_type::clock::now());
+        });
+    SMarkOptions options;
+    options.isAlways = true;
+    const SMarkResult result = MarkModel(options);
+    isMarked = true;
+    touching.join();
+    EXPECT_EQ(result.outcome, SMarkResult::Unchanged) << result.reason;
 }
 
 TEST_F(CMarkerTest, AModelOverFourGigabytesIsMarked)
