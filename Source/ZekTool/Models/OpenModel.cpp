@@ -1,5 +1,9 @@
 #include "ZekTool/Models/OpenModel.h"
 
+#include <chrono>
+#include <thread>
+
+#include "Specific/FileSystem/SystemFiles.h"
 #include "ZekTool/Models/FileKind.h"
 
 namespace zektool
@@ -7,15 +11,22 @@ namespace zektool
 
 std::string OpenModel(const std::string& path, filesystem::CRandomAccessFile& file)
 {
-    if (file.Open(path))
-        return "";
-    return file.IsNotRegular() ? "not a regular file" : file.GetError();
+    constexpr std::chrono::milliseconds longestPause(1024);
+    for (std::chrono::milliseconds pause(1); !file.Open(path); pause *= 2)
+    {
+        if (!file.IsBusy() || pause > longestPause)
+            return file.IsNotRegular() ? "not a regular file" : file.GetError();
+        std::this_thread::sleep_for(pause);
+    }
+    return "";
 }
 
 bool IsModel(const std::string& path)
 {
     filesystem::CRandomAccessFile file;
-    return file.Open(path) && ReadStart(file).compare(0, ModelMagic.size(), ModelMagic) == 0;
+    if (OpenModel(path, file).empty())
+        return ReadStart(file).compare(0, ModelMagic.size(), ModelMagic) == 0;
+    return filesystem::GetPathStatus(path).kind == filesystem::EPathKind::File;
 }
 
 } // namespace zektool

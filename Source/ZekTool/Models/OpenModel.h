@@ -7,10 +7,12 @@
 namespace zektool
 {
 
-/// Opens a model. Returns why it cannot be opened, in a few words, or nothing.
+/// Opens a model, and waits two seconds at most for another program that has it to itself, as one
+/// has that marks it. Returns why it cannot be opened, in a few words, or nothing.
 std::string OpenModel(const std::string& path, filesystem::CRandomAccessFile& file);
 
-/// Tells whether there is a model at a path, whatever is wrong with it.
+/// Tells whether there is a model at a path, whatever is wrong with it, or a file that cannot be
+/// opened and so may be one.
 bool IsModel(const std::string& path);
 
 } // namespace zektool

@@ -1,5 +1,8 @@
 #include "ZekTool/Models/OpenModel.h"
 
+#include <chrono>
+#include <thread>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -41,6 +44,40 @@ TEST(OpenModel, TakesNothingButARegularFileWhateverFailedBefore)
         EXPECT_NE("", OpenModel(folder.GetPath("none"), file));
         EXPECT_EQ("not a regular file", OpenModel(path, file)) << path;
     }
+}
+
+TEST(OpenModel, WaitsForAProgramThatHasItToItself)
+{
+    const CTemporaryFolder folder;
+    folder.Write("model", "seven b");
+    CRandomAccessFile other;
+    ASSERT_TRUE(other.OpenToWrite(folder.GetPath("model")));
+    if (other.IsBusy())
+        GTEST_SKIP() << "the file system gives no leases";
+    std::thread closing(
+        [&]
+        {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            other.Close();
+        });
+    CRandomAccessFile file;
+    EXPECT_EQ("", OpenModel(folder.GetPath("model"), file));
+    closing.join();
+}
+
+TEST(OpenModel, WaitsTwoSecondsAtMost)
+{
+    const CTemporaryFolder folder;
+    folder.Write("file", "no model");
+    CRandomAccessFile other;
+    ASSERT_TRUE(other.OpenToWrite(folder.GetPath("file")));
+    if (other.IsBusy())
+        GTEST_SKIP() << "the file system gives no leases";
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(zektool::IsModel(folder.GetPath("file"))); // for all that can be told
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    other.Close();
+    EXPECT_FALSE(zektool::IsModel(folder.GetPath("file")));
 }
 
 TEST(IsModel, GoesByTheFirstBytesAlone)
