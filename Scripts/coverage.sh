@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the tests under the address, undefined-behaviour and leak sanitizers, and measures which lines
-# and branches of Source they reach. Fails at a line or branch that they do not reach and for which
-# Documents/Reliability.md gives no reason. The report to look at is build/coverage/report/index.html.
+# and branches of Source they reach. Fails at a line or branch of the libraries or ZEKTexComp that they
+# do not reach and for which Documents/Reliability.md gives no reason, and below a share of zek's
+# branches. The report to look at is build/coverage/report/index.html.
 #
 #     Scripts/coverage.sh
 #

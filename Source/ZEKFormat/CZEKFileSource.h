@@ -12,7 +12,7 @@ namespace zek
 
 /// The bytes of a walk from a file of any size, of which a small window is in memory: what the walk
 /// steps over is not read. A text is whole in memory besides, however long it is. Addresses are
-/// valid until the next fetch, texts until the next text.
+/// valid until the next fetch or text, texts until the next text.
 ///
 /// A file that becomes shorter while it is walked ends the walk with a refusal.
 class CZEKFileSource

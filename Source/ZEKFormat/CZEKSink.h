@@ -22,7 +22,7 @@ struct CZEKSink
     // Where the walk is. Records and parts stand in each other: a morph in a mesh, a mesh in the
     // collider of a node.
     void BeginSection(const char*) {}
-    // How many are said to follow in how many bytes.
+    // A list of records begins: its kind, the count that the file states, the bytes that are left.
     void BeginRecords(const char*, int, std::int64_t) {}
     void BeginRecord(const char*, int) {}
     void EndRecord() {}

@@ -17,8 +17,7 @@ struct SZEKLocation
     std::int64_t offset = 0; ///< where it starts
 
     /// Returns all that in one line, such as `material 1 "Concrete wall": parameters at 0x13a`.
-    /// Names stand as the file has them, but for control characters, which are written as \x01, and
-    /// their length.
+    /// The name is shown as by `MakeExcerpt`.
     std::string GetLocationText() const;
 };
 

@@ -15,7 +15,7 @@ namespace zek
 struct SZEKRefusal : SZEKLocation
 {
     SZEKFault::EKind kind = SZEKFault::TooShort;
-    std::int64_t demanded = 0; ///< bytes that the format demands; for `TooShort` and `Unreadable`
+    std::int64_t demanded = 0; ///< bytes that the format demands; 0 for `WrongValue`
     std::int64_t left = 0;     ///< bytes from the place to the end; 0 for `WrongValue`
     std::string value;         ///< the wrong value; for `WrongValue`
     std::string expected;      ///< the right ones, in words; for `WrongValue`

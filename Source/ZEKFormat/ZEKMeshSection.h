@@ -12,7 +12,8 @@ constexpr int LargestVertexCountOf16BitIndices = 65536;
 /// The material of a primitive of a collision mesh.
 constexpr int NoMaterial = -1;
 
-/// Demanded before version 15 where a mesh starts, though its ten bytes are the same.
+/// Demanded before version 15 where a mesh starts, though its header has ten bytes in every
+/// version.
 constexpr int OldMeshHeaderDemand = 30;
 
 template <typename Fields>

@@ -28,9 +28,9 @@ struct SZEKNamedItem
 /// A whole model in memory.
 ///
 /// Its lists are those of the file: an index in one means the record at that place in another, and
-/// no index is checked. Two things of a file are not kept: what has no meaning that is known, and
-/// the morphs of a mesh without vertices, which move nothing. Loading takes at most 24 bytes of
-/// memory for each byte of the file.
+/// no index is checked. Not kept are the processed marker, the lightmap switch, what has no meaning
+/// that is known, and the morphs of a mesh without vertices, which move nothing. Loading takes at
+/// most 24 bytes of memory for each byte of the file.
 ///
 ///     zek::CZEKModel model;
 ///     zek::SZEKRefusal refusal;

@@ -19,10 +19,10 @@ namespace zek
 /// The walkers each start at the reader's position and leave it just after their section. They
 /// return false when the data ends early or is malformed, and the position is then anywhere. They
 /// never read outside the reader's range, whatever the data says, and a count of zero or less
-/// means no records. Only those of the header, textures, lightmaps and reflection probes keep
-/// anything, and that of the material list of its probes: where the processed marker and the flags
-/// are, and names. The file's version decides which fields a record has (see ZEKVersion.h). What
-/// the format is, the `Walk...` functions say.
+/// means no records. Only those of the header, the textures, the lightmaps, the probes, and the
+/// materials where these contain the probes, keep anything: the addresses of the processed marker
+/// and the flags, and names. The file's version decides which fields a record has (see
+/// ZEKVersion.h). What the format is, the `Walk...` functions say.
 ///
 /// The detectors then look for the variants, write 1 or 0 through the remembered addresses, and
 /// print how many items have a variant of each family.

@@ -1,5 +1,5 @@
-// Writes a model file of every version, with every field that the version has: FOLDER/VERSION.zek,
-// and FOLDER/VERSION-large.zek with so many vertices that indices are larger.
+// Writes a model file of each version from 0 to 40, with every field that it has:
+// FOLDER/VERSION.zek, and FOLDER/25-large.zek with so many vertices that indices are larger.
 //
 //     WriteVersions FOLDER
 //

@@ -11,8 +11,8 @@ namespace filesystem
 /// A regular file, open for reading, or for reading and writing, at any position. Positions and
 /// sizes have 64 bits. The path is the system's own, as SystemFiles.h says.
 ///
-/// Every failure is a false result, after which `GetError` says why; nothing is printed or thrown,
-/// except by `CanOpen`, and that memory may run out. What the system is asked for stands in
+/// A failure is a false result, or fewer bytes read; nothing is printed or thrown, except by
+/// `CanOpen`, and that memory may run out. What the system is asked for stands in
 /// CRandomAccessFilePosix.cpp and its Windows counterpart.
 class CRandomAccessFile
 {
@@ -74,10 +74,11 @@ public:
     /// Waits until what was written would survive a power cut.
     bool Flush();
 
-    /// Returns why the last function failed, such as "Permission denied".
+    /// Returns why `Open`, `OpenToWrite`, `Create`, `Write`, `Touch` or `Flush` failed last, such
+    /// as "Permission denied". It means nothing after one of them has succeeded.
     std::string GetError() const;
 
-    /// Tells whether it failed because what was to be opened is no regular file.
+    /// Tells whether that was because what was to be opened is no regular file.
     bool IsNotRegular() const { return m_Error == NotRegular; }
 
 private:

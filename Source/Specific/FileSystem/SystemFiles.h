@@ -38,7 +38,7 @@ std::string GetExtension(const std::string& name);
 enum class EPathKind
 {
     Unknown, ///< cannot be told: see the error
-    Denied,  ///< nor can this, since a folder may not be searched
+    Denied,  ///< cannot be told, since a folder on the way may not be searched
     Absent,
     File,
     Folder,
@@ -51,8 +51,8 @@ struct SPathStatus
 {
     EPathKind kind = EPathKind::Unknown;
     std::int64_t size = 0;    ///< in bytes, of a file
-    std::uint64_t device = 0; ///< of a file or folder: the same number twice
-    std::uint64_t inode = 0;  ///< only if it is the same
+    std::uint64_t device = 0; ///< of a file or folder, which two paths share if both numbers
+    std::uint64_t inode = 0;  ///< are equal
     std::string error = {};
 };
 
@@ -93,7 +93,7 @@ SPlace GetPlace(const std::string& path);
 /// Tells whether a path leads to a folder or to something below it, or would if it existed.
 bool IsInFolder(const std::string& path, const std::string& folder);
 
-/// Replaces a path by one without links. Returns the error.
+/// Replaces a path by one without links. Returns the error, with which the path is empty.
 std::string ResolveLinks(std::string& path);
 
 /// What is in a folder.

@@ -27,7 +27,7 @@ struct SCheckResult
     std::vector<SFinding> findings;  ///< errors first, each kind of severity in the order found
     std::size_t errorCount = 0;      ///< of all, also those above the limit
     std::size_t warningCount = 0;    ///< the same
-    std::size_t suppressedCount = 0; ///< findings above the limit
+    std::size_t suppressedCount = 0; ///< findings that are counted and not held
     std::array<std::size_t, FindingKindCount> counts = {}; ///< of all, by `EFinding`
 
     bool HasError() const { return errorCount > 0; }

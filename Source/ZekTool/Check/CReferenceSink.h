@@ -19,7 +19,7 @@ class CReferenceSink : public zek::CZEKRefusalSink
 {
 public:
     /// Borrows the survey and the findings. Parents are those of all nodes; they may be missing
-    /// when no parent stands after its child.
+    /// when every parent stands before its child.
     CReferenceSink(
         const SSurvey& survey, std::vector<int> parents, bool isDeep, CFindingList& findings);
 

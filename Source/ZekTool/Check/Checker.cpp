@@ -114,7 +114,8 @@ void CheckReferences(
     if (!isDeep && !CReferenceSink::IsNeeded(survey))
         return;
     zek::CZEKFileSource source(file);
-    // Circles have a parent that stands after its child, which is rare: parents are kept only then.
+    // Circles have a parent that does not stand before its child, which is rare: parents are kept
+    // only then.
     std::vector<int> parents;
     if (survey.hasLaterParent)
         parents = ReadParents(file);

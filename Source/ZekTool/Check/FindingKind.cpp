@@ -19,7 +19,7 @@ constexpr FindingKinds Kinds = {{
      "There is no file at the path, it is a folder, a FIFO or a device, or it may not be read.",
      "give the path of a model that can be read"},
     {E::EmptyFile, "empty-file", error, "the file is empty",
-     "The file has no bytes, as one has that was made and never written, or on a full disk.",
+     "The file has no bytes: it was made and never written, or the disk was full.",
      "export or copy the model again"},
     {E::NotAModel, "not-a-model", error, "the file is no ZEK model",
      "A model starts with the bytes \"ZEK\" and a zero byte; this file starts with others.",

@@ -36,7 +36,8 @@ struct SIndexRange
     bool IsWithin(int count) const { return lowest >= -1 && highest < count; }
 };
 
-/// What is kept of a model to check it: the items, the parents, and of everything else only counts.
+/// What is kept of a model to check it: the items, the lowest and highest indices, and of
+/// everything else only counts.
 struct SSurvey
 {
     std::int64_t end = 0;                    ///< one past the last byte that belongs to the model
@@ -51,7 +52,7 @@ struct SSurvey
     bool hasUnsafeName = false; ///< one of the items
 
     int nodeCount = 0;
-    bool hasLaterParent = false; ///< a node that does not stand before its child
+    bool hasLaterParent = false; ///< a parent that does not stand before its child
     int meshCount = 0;
     int materialCount = 0;
     int boneCount = 0;

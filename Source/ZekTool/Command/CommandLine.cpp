@@ -35,7 +35,8 @@ constexpr std::array<const char*, 8> Sections = {"header", "nodes",    "meshes",
 std::string MakeHelp()
 {
     std::string text = "See, check and mark whole trees of ZEK models.\n\n"
-                       "Usage: zek COMMAND [OPTION...] PATH...\n\n"
+                       "Usage: zek COMMAND [OPTION...] PATH...\n"
+                       "       zek --version\n\n"
                        "Commands:\n";
     for (const SCommandName& command : Commands)
         text += "  " + std::string(command.name) +

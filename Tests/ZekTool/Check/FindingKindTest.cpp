@@ -48,7 +48,7 @@ TEST(FindingKind, IsExplainedByItsCode)
 {
     EXPECT_EQ(
         "empty-file (error): the file is empty.\n"
-        "The file has no bytes, as one has that was made and never written, or on a full disk.\n"
+        "The file has no bytes: it was made and never written, or the disk was full.\n"
         "What to do: export or copy the model again.\n",
         Explain("empty-file"));
     EXPECT_EQ("mesh-index (warning)", Explain("mesh-index").value_or("").substr(0, 20));
