@@ -28,15 +28,17 @@ CPathReader::~CPathReader()
 
 bool CPathReader::Next(std::string& path)
 {
+    std::size_t searched = 0; // of what has not been taken
     for (;;)
     {
-        const std::size_t end = m_Buffer.find('\0', m_Start);
+        const std::size_t end = m_Buffer.find('\0', m_Start + searched);
         if (end != std::string::npos)
         {
             path.assign(m_Buffer, m_Start, end - m_Start);
             m_Start = end + 1;
             return true;
         }
+        searched = m_Buffer.size() - m_Start;
         if (!Fill())
             break;
     }

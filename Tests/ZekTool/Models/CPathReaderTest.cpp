@@ -1,6 +1,7 @@
 #include "ZekTool/Models/CPathReader.h"
 
 #include <cerrno>
+#include <ctime>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -49,6 +50,27 @@ TEST(CPathReader, PathsGoAcrossTheEndsOfReads)
     }
     EXPECT_EQ(paths, ReadAll(bytes));
     EXPECT_EQ(Paths{std::string(300000, 'x')}, ReadAll(std::string(300000, 'x')));
+}
+
+/// Returns the processor time that it takes to read a path that nothing ends.
+std::clock_t MeasureReading(std::size_t size)
+{
+    CTemporaryFolder folder;
+    folder.Write("list", std::string(size, 'x'));
+    CPathReader reader(folder.GetPath("list"));
+    std::string path;
+    const std::clock_t start = std::clock();
+    EXPECT_TRUE(reader.Next(path));
+    return std::clock() - start;
+}
+
+TEST(CPathReader, TakesNotTheSquareOfALength)
+{
+    constexpr std::size_t size = 6'000'000;
+    constexpr int factor = 8;
+    // Where a square takes 64 times as long.
+    const std::clock_t most = 3 * factor * MeasureReading(size);
+    EXPECT_LT(MeasureReading(factor * size), most);
 }
 
 TEST(CPathReader, AListThatCannotBeReadIsAnError)
