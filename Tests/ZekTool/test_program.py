@@ -306,6 +306,21 @@ class Models(ProgramTest):
             self.assertIn(b"2 models: ", result.stdout)
         self.assertEqual(1, run("dump", self.folder + "/fifo.zek").returncode)
 
+    def test_that_share_a_folder_of_variants_do_not_each_go_through_all_files_in_it(self):
+        models = self.write_many(100)
+        self.write(b"many/tex_dxt/000.dds")
+
+        def measure(first, last):
+            for i in range(first, last):
+                self.write(b"many/tex_dxt/%d.meta" % i)
+            before = resource.getrusage(resource.RUSAGE_CHILDREN)
+            run("check", "-j", "1", models)
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
+            return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
+
+        seconds = measure(0, 2000)
+        self.assertLess(measure(2000, 14000), 3 * seconds)
+
     def test_go_below_an_output_folder_by_their_paths(self):
         originals = [self.write(b"in/" + name) for name in (b"a/1.zek", b"b/1.zek", b"1.zek")]
         out = self.folder + "/out"

@@ -78,16 +78,23 @@ void CVariantFolderCheck::Check()
 bool CVariantFolderCheck::CheckFolder(std::size_t family)
 {
     const std::string folder = std::string(zek::CompressionFamilies[family].textureFolder) + "/";
+    // More are gone through only where no other model lies. To look for one takes about as long as
+    // this many.
+    constexpr int mostOfNoItem = 1000;
     std::vector<std::string> names;
+    int countOfNoItem = 0;
     filesystem::ReadFolder(
         m_Folder + folder,
         [&](const SFolderEntry& entry)
         {
-            if (IsOfNoItem(entry.name, family))
+            if (IsOfItem(entry.name, family))
+                return true;
+            ++countOfNoItem;
+            if (IsVariantExtension(MakeSmall(SplitName(entry.name).extension)))
                 names.push_back(entry.name);
-            return names.empty() || !HasOtherModel();
+            return (names.empty() && countOfNoItem <= mostOfNoItem) || !HasOtherModel();
         });
-    if (!names.empty() && HasOtherModel())
+    if (m_HasOtherModel.value_or(false))
         return false;
 
     std::sort(names.begin(), names.end());
@@ -101,12 +108,11 @@ bool CVariantFolderCheck::CheckFolder(std::size_t family)
     return true;
 }
 
-bool CVariantFolderCheck::IsOfNoItem(std::string_view name, std::size_t family) const
+bool CVariantFolderCheck::IsOfItem(std::string_view name, std::size_t family) const
 {
     const auto [stem, extension] = SplitName(name);
-    if (extension == zek::CompressionFamilies[family].extension)
-        return !m_Stems.Has(stem) && !IsNumbered(stem, NamelessLightmapStem);
-    return IsVariantExtension(MakeSmall(extension));
+    return extension == zek::CompressionFamilies[family].extension &&
+           (m_Stems.Has(stem) || IsNumbered(stem, NamelessLightmapStem));
 }
 
 bool CVariantFolderCheck::DiffersInCase(std::string_view name, std::size_t family) const

@@ -33,10 +33,10 @@ private:
     /// Returns false where what lies there may be another model's.
     bool CheckFolder(std::size_t family);
 
-    /// Tells whether a file is a variant, by its extension, that is not looked for.
-    bool IsOfNoItem(std::string_view name, std::size_t family) const;
+    /// Tells whether a file is a variant that is looked for.
+    bool IsOfItem(std::string_view name, std::size_t family) const;
 
-    /// Tells whether such a file would be looked for if its letters were small, or capital.
+    /// Tells whether another file would be looked for if its letters were small, or capital.
     bool DiffersInCase(std::string_view name, std::size_t family) const;
 
     /// Tells whether the name of a variant without its extension is that of a texture, or of a

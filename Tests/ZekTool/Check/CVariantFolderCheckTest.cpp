@@ -70,6 +70,16 @@ TEST_F(CVariantFolderCheck, FindsNoVariantThatBelongsToNothingWhereAnotherModelL
     EXPECT_EQ(Lines(), Check(MakeModelWithItems()));
 }
 
+TEST_F(CVariantFolderCheck, FindsVariantsAmongManyOtherFilesOfALoneModel)
+{
+    for (int i = 0; i < 3000; ++i)
+        m_Folder.Write("tex_dxt/" + std::to_string(i) + ".meta", "no variant");
+    // Whatever the order of the folder is, some come late in it.
+    for (int i = 10; i < 20; ++i)
+        m_Folder.Write("tex_dxt/" + std::to_string(i) + ".dds", "variant");
+    EXPECT_EQ(10U, Check(MakeModelWithItems()).size());
+}
+
 TEST_F(CVariantFolderCheck, FindsNamesThatDifferInCapitalLetters)
 {
     m_Folder.Write("tex_dxt/000.DDS", "variant");
