@@ -100,6 +100,19 @@ class Statuses(ProgramTest):
             self.assertIn(b"not-marked", result.stderr)
 
 
+class Variants(ProgramTest):
+    def test_of_another_model_are_not_to_be_removed(self):
+        self.write(b"hall.zek", make_model(flags=b"\0\0\0\1", marker=1))
+        self.write(b"tex_dxt/000.dds", b"variant")
+        self.write(b"tex_dxt/001.dds", b"variant")
+        self.assertIn(b"[unused-variant]", run("check", self.folder).stdout)
+        both = make_model((b"a.png", b"b.png"), b"\0\0\0\1", marker=1)
+        self.write(b"hall.mdl", both)
+        result = run("check", "--name", "*.zek", "--name", "*.mdl", self.folder)
+        self.assertIn(b"2 models: ", result.stdout)
+        self.assertNotIn(b"unused-variant", result.stdout)
+
+
 class Order(ProgramTest):
     def test_is_that_of_the_list_with_any_number_of_threads(self):
         models = os.path.join(self.folder, "models")

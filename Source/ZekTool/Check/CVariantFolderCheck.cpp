@@ -8,6 +8,7 @@
 
 #include "Specific/FileSystem/SystemFiles.h"
 #include "ZEKOverwriter/SCompressionFamily.h"
+#include "ZekTool/Models/OpenModel.h"
 #include "ZekTool/Output/Text.h"
 
 using filesystem::SFolderEntry;
@@ -167,17 +168,26 @@ bool CVariantFolderCheck::HasOtherModel()
         return *m_HasOtherModel;
     const std::string model = m_ModelPath.substr(filesystem::GetNameStart(m_ModelPath));
     const std::string extension = filesystem::GetExtension(model);
+    // More are not opened, and one of them may be a model.
+    constexpr std::size_t mostOpened = 1000;
+    std::vector<std::string> names;
     bool hasOther = false;
     filesystem::ReadFolder(
         m_Folder.empty() ? "." : m_Folder,
         [&](const SFolderEntry& entry)
         {
-            hasOther = !entry.isFolder && entry.name != model &&
-                       filesystem::GetExtension(entry.name) == extension;
+            if (entry.isFolder || entry.name == model)
+                return true;
+            names.push_back(entry.name);
+            hasOther =
+                filesystem::GetExtension(entry.name) == extension || names.size() > mostOpened;
             return !hasOther;
         });
-    m_HasOtherModel = hasOther;
-    return hasOther;
+    m_HasOtherModel =
+        hasOther || std::any_of(
+                        names.begin(), names.end(),
+                        [&](const std::string& name) { return IsModel(m_Folder + name); });
+    return *m_HasOtherModel;
 }
 
 void CheckSharedLightmaps(

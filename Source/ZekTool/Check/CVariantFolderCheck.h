@@ -46,7 +46,8 @@ private:
     void AddCase(const std::string& name, const std::string& path);
     void AddUnused(const std::string& name, const std::string& path);
 
-    /// Tells whether variants beside the model may be those of another.
+    /// Tells whether variants beside the model may be those of another: one of the same extension,
+    /// one that is a model by its first bytes, or one of more files than are opened for that.
     bool HasOtherModel();
 
     std::string m_ModelPath;

@@ -76,8 +76,8 @@ constexpr FindingKinds Kinds = {{
     {E::VariantNameCase, "variant-name-case", warning,
      "a variant's name differs in capital letters",
      "Where the file system tells capital letters from small ones, the file is not found. Where "
-     "other models lie in the same folder this is not looked for, since the variant may be one of "
-     "theirs.",
+     "other models lie in the same folder, or more than 1,000 other files, this is not looked for, "
+     "since the variant may be another model's.",
      "rename the file"},
     {E::EmptyVariant, "empty-variant", warning, "a variant is an empty file",
      "It counts as there, since only its existence is looked at, but cannot be used.",
@@ -93,8 +93,8 @@ constexpr FindingKinds Kinds = {{
     {E::UnusedVariant, "unused-variant", warning, "a variant belongs to nothing in the model",
      "The file has the extension of a variant but not the name of one of the model's items, "
      "such as the 017.pvr of twelve textures. Faces of cubemaps are not looked at. Where other "
-     "models lie in the same folder this is not looked for, since the variant may be one of "
-     "theirs.",
+     "models lie in the same folder, or more than 1,000 other files, this is not looked for, since "
+     "the variant may be another model's.",
      "remove the file"},
     {E::PartialFamily, "partial-family", warning,
      "some items have a variant of a family and others do not",

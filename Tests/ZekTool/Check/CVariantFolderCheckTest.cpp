@@ -1,6 +1,7 @@
 #include "ZekTool/Check/CVariantFolderCheck.h"
 
 #include "CheckerFixture.h"
+#include "Specific/FileSystem/SystemFiles.h"
 
 using namespace testsupport;
 
@@ -67,6 +68,30 @@ TEST_F(CVariantFolderCheck, FindsNoVariantThatBelongsToNothingWhereAnotherModelL
     m_Folder.MakeFolder("folder.zek");
     EXPECT_EQ(1U, Check(MakeModelWithItems()).size());
     m_Folder.Write("other.zek", "perhaps a model");
+    EXPECT_EQ(Lines(), Check(MakeModelWithItems()));
+}
+
+TEST_F(CVariantFolderCheck, TakesWhatStartsLikeAModelForAnotherWhateverItsName)
+{
+    m_Folder.Write("tex_dxt/002.dds", "variant");
+    m_Folder.Write("wall.png", "ZEK, which is no model");
+    EXPECT_EQ(1U, Check(MakeModelWithItems()).size());
+    for (const char* name : {"model.ZEK", "model.mdl", "other"})
+    {
+        m_Folder.Write(name, CModelBuilder::Build(MakeModel()).GetImage());
+        EXPECT_EQ(Lines(), Check(MakeModelWithItems())) << name;
+        ASSERT_TRUE(filesystem::RemoveFile(m_Folder.GetPath(name)));
+    }
+    EXPECT_EQ(1U, Check(MakeModelWithItems()).size());
+}
+
+TEST_F(CVariantFolderCheck, LooksForNothingAmongMoreFilesThanItOpens)
+{
+    m_Folder.Write("tex_dxt/002.dds", "variant");
+    for (int i = 0; i < 1000; ++i)
+        m_Folder.Write(std::to_string(i) + ".png", "no model");
+    EXPECT_EQ(1U, Check(MakeModelWithItems()).size());
+    m_Folder.Write("1000.png", "no model");
     EXPECT_EQ(Lines(), Check(MakeModelWithItems()));
 }
 
