@@ -88,6 +88,17 @@ test("has the numbers that --json has", async () => {
     }
 });
 
+test("names the time of the run, whatever becomes of the file", async () => {
+    const { atime, mtime } = fs.statSync(browsing.page);
+    fs.utimesSync(browsing.page, atime, new Date(0));
+    await page.reload();
+    fs.utimesSync(browsing.page, atime, mtime);
+    const { time, shown } = await page.evaluate(() => ({ time: data.time, shown: new Date(data.time).toLocaleString() }));
+    const longest = 600_000; // milliseconds
+    assert.ok(Math.abs(Date.parse(time) - mtime) < longest, time);
+    assert.ok((await page.locator("#written").textContent()).startsWith(`As of ${shown}. `));
+});
+
 test("has a row for each model, with its numbers", async () => {
     const rows = await readRows();
     assert.deepEqual(sortPaths(getPaths(rows)), sortPaths(models.keys()));

@@ -3,8 +3,10 @@
 Ctrl-C."""
 
 import base64
+import datetime
 import os
 import pty
+import re
 import resource
 import select
 import signal
@@ -483,6 +485,14 @@ class Reports(ProgramTest):
         page = self.read(self.folder + "/report.html")
         self.assertTrue(page.startswith(b"<!DOCTYPE html>") and page.endswith(b"</html>\n"))
 
+    def test_name_the_time_of_the_run(self):
+        before = int(time.time())
+        self.report()
+        text = re.search(rb'"time":"([^"]*)Z"', self.read(self.folder + "/report.html"))[1].decode()
+        named = datetime.datetime.fromisoformat(text + "+00:00").timestamp()
+        self.assertLessEqual(before, named)
+        self.assertLessEqual(named, time.time())
+
     def test_go_where_they_are_to_go(self):
         for words in (["--csv"], ["--json"]):
             printed = self.report(*words)
@@ -498,7 +508,8 @@ class Reports(ProgramTest):
             reports = set()
             for threads in ("1", "8"):
                 run("report", *words, "-j", threads, "-o", "out", "many", "models", cwd=self.folder)
-                reports.add(self.read(self.folder + "/out"))
+                report = self.read(self.folder + "/out")
+                reports.add(re.sub(rb'"time":"[^"]*"', b"", report))
             self.assertEqual(1, len(reports))
 
     def test_do_not_replace_a_model(self):

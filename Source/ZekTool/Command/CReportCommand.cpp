@@ -1,5 +1,6 @@
 #include "ZekTool/Command/CReportCommand.h"
 
+#include <ctime>
 #include <utility>
 
 #include <fmt/format.h>
@@ -14,7 +15,7 @@ namespace zektool
 CReportCommand::CReportCommand(const SCommandLine& line)
     : CModelCommand(line.isJson)
     , m_Line(line)
-    , m_Page(line.isCubemapFolders)
+    , m_Page(line.isCubemapFolders, std::time(nullptr))
 {
 }
 

@@ -4,6 +4,8 @@
 #include <tuple>
 #include <utility>
 
+#include <fmt/chrono.h>
+
 #include "ZekTool/Models/CVariantSearch.h"
 #include "ZekTool/Output/Json.h"
 #include "ZekTool/Output/Text.h"
@@ -155,6 +157,7 @@ std::string CReportPage::MakeStart() const
     for (const zek::SCompressionFamily& family : zek::CompressionFamilies)
         families.push_back(family.name);
     const Json json = {
+        {"time", fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(m_Time))},
         {"families", families},
         {"kinds", MakeKindsOfFindingJson()},
         {"paths", MakePathsJson(m_IsCubemapFolders)}};

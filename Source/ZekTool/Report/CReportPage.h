@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,12 @@ namespace zektool
 class CReportPage
 {
 public:
-    explicit CReportPage(bool isCubemapFolders) : m_IsCubemapFolders(isCubemapFolders) {}
+    /// The time is the one that the page names as that of what it shows.
+    CReportPage(bool isCubemapFolders, std::time_t time)
+        : m_IsCubemapFolders(isCubemapFolders)
+        , m_Time(time)
+    {
+    }
 
     /// Returns what the page holds of a model.
     static std::string MakeRow(const std::string& path, const SModelReport& report);
@@ -39,6 +45,7 @@ private:
     void WriteRows(COutput& output);
 
     bool m_IsCubemapFolders;
+    std::time_t m_Time;
     std::vector<SRow> m_Rows;
 };
 

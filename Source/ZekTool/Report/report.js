@@ -575,7 +575,7 @@ function showTotals() {
     find("totals").replaceChildren(
         tile("Models", total.models), tile("Refused", total.refused), tile("Stale", total.stale), tile("Items", total.items),
         tile("Variants missing", countMissing(total)));
-    find("written").textContent = `As of ${new Date(document.lastModified).toLocaleString()}. `
+    find("written").textContent = `As of ${new Date(data.time).toLocaleString()}. `
         + "A variant is a texture, cubemap or lightmap in the compression of one family.";
 }
 

@@ -1,5 +1,7 @@
 #include "ZekTool/Report/CReportPage.h"
 
+#include <ctime>
+
 #include "ReportFixture.h"
 #include "ZekTool/Output/Json.h"
 #include "ZekTool/Report/ReportTemplate.h"
@@ -9,6 +11,8 @@ namespace
 
 using namespace testsupport;
 using namespace zektool;
+
+constexpr std::time_t Time = 1'000'000'000;
 
 class CReportPageTest : public ReportFixture
 {
@@ -92,7 +96,7 @@ TEST_F(CReportPageTest, HasNoMarkupInItsData)
 
 TEST_F(CReportPageTest, HasEachFolderOnceInByteOrder)
 {
-    CReportPage page(false);
+    CReportPage page(false, Time);
     page.Add("b/<c>/x.zek", "[1]");
     page.Add("b/z.zek", "[2]");
     page.Add("a.zek", "[3]");
@@ -103,9 +107,15 @@ TEST_F(CReportPageTest, HasEachFolderOnceInByteOrder)
     EXPECT_EQ(std::string::npos, text.find("<c>"));
 }
 
+TEST_F(CReportPageTest, HasTheTimeThatItIsGiven)
+{
+    CReportPage page(false, Time);
+    EXPECT_EQ("2001-09-09T01:46:40Z", ReadData(Write(page))["time"]);
+}
+
 TEST_F(CReportPageTest, HasFamiliesFindingsAndPathsOfVariants)
 {
-    CReportPage page(false);
+    CReportPage page(false, Time);
     const Json data = ReadData(Write(page));
     EXPECT_EQ(Json({"PVRTC", "ETC", "ASTC", "DXT"}), data["families"]);
     EXPECT_EQ(FindingKindCount, data["kinds"].size());
@@ -120,7 +130,7 @@ TEST_F(CReportPageTest, HasFamiliesFindingsAndPathsOfVariants)
 
 TEST_F(CReportPageTest, LooksForCubemapsInFoldersWhenAskedTo)
 {
-    CReportPage page(true);
+    CReportPage page(true, Time);
     EXPECT_EQ(
         Json({"tex_reflection_cube_etc/", "/reflection_cube_5.pvr"}),
         ReadData(Write(page))["paths"][1][1][5]);
