@@ -119,7 +119,8 @@ std::string ReportTo(const SCommandLine& line, COutput& output)
 std::string ReportToFile(const SCommandLine& line, const std::string& path)
 {
     if (IsModel(path))
-        throw CUsageError(MakeShowable(path) + ": is a model, or cannot be read; -o names the report");
+        throw CUsageError(
+            MakeShowable(path) + ": is a model, or cannot be read; -o names the report");
     CReplacementFile file(path);
     const auto fail = [&](const std::string& error)
     { throw std::runtime_error(MakeShowable(path) + ": " + error); };
