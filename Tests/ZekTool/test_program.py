@@ -512,6 +512,18 @@ class Reports(ProgramTest):
                 reports.add(re.sub(rb'"time":"[^"]*"', b"", report))
             self.assertEqual(1, len(reports))
 
+    def test_count_the_errors_that_a_check_does(self):
+        listed = b"none\0models/a.zek\0\0models/b.zek"
+        objects = {}
+        for command in ("check", "report"):
+            result = run(command, "--json", "--files0-from", "-", input=listed, cwd=self.folder)
+            objects[command] = read_json(command, result.stdout)
+        *models, last = objects["report"]
+        errors = [model["errors"] for model in objects["check"]]
+        self.assertEqual(errors, [model["errors"] for model in models])
+        self.assertEqual(sum(errors), last["total"]["errors"])
+        self.assertEqual({"cannot-open": 1}, models[0]["codes"])
+
     def test_do_not_replace_a_model(self):
         result = self.report("-o", "models/a.zek")
         self.assertEqual(2, result.returncode)

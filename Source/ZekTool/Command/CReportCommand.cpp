@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "ZekTool/Check/Checker.h"
 #include "ZekTool/Output/Json.h"
 #include "ZekTool/Output/Text.h"
 #include "ZekTool/Report/ReportText.h"
@@ -32,6 +33,7 @@ CReportCommand::MakeFailure(const SModelPath& model, EOutcome outcome, const std
         return {outcome, IsJson() ? MakeFailureJson(model.path, outcome, reason) : ""};
     SModelReport report;
     report.refusal = reason;
+    report.check = MakeFailedCheck(reason, {});
     return Take(model, report, outcome);
 }
 
