@@ -4,14 +4,17 @@ Ctrl-C."""
 
 import base64
 import datetime
+import fcntl
 import os
 import pty
 import re
 import resource
 import select
 import signal
+import struct
 import subprocess
 import tempfile
+import termios
 import time
 import unittest
 
@@ -631,9 +634,9 @@ class Interrupts(ProgramTest):
 
 
 class Progress(ProgramTest):
-    def run_on_terminal(self, environment, seconds=0, lines=0):
+    def run_on_terminal(self, environment, seconds=0, lines=0, widths=(0,)):
         """Returns what comes to the terminal while one model of a list is done and the next is
-        waited for, so long and until so many lines have come."""
+        waited for, so long and until so many lines have come at each of the terminal's widths."""
         path = self.write(b"a.zek", b"no model")
         main, terminal = pty.openpty()
         self.addCleanup(os.close, main)
@@ -646,9 +649,12 @@ class Progress(ProgramTest):
         process.stdin.flush()
         time.sleep(seconds)
         shown = b""
-        while shown.count(b"done") < lines:
-            self.assertTrue(select.select([main], [], [], 60)[0])
-            shown += os.read(main, 65536)
+        for width in widths:
+            fcntl.ioctl(main, termios.TIOCSWINSZ, struct.pack("4H", 24, width, 0, 0))
+            start_of_width = len(shown)
+            while shown.count(b"done", start_of_width) < lines:
+                self.assertTrue(select.select([main], [], [], 60)[0])
+                shown += os.read(main, 65536)
         process.communicate(timeout=60)
         while select.select([main], [], [], 0.1)[0]:
             try:
@@ -663,6 +669,13 @@ class Progress(ProgramTest):
         self.assertRegex(shown, rb"1 done, 1 failed, \d+ a second")
         self.assertLessEqual(shown.count(b"done"), 10 * (time.monotonic() - begin) + 1)
         self.assertTrue(shown.endswith(b"\r\033[K"), shown)
+
+    def test_never_takes_a_second_row_of_the_terminal(self):
+        shown = self.run_on_terminal({"TERM": "xterm"}, lines=5, widths=(10, 17, 80))
+        lines = re.findall(rb"\r([^\r\033]+)\033", shown)
+        self.assertIn(b"1 done, 1", lines)
+        self.assertIn(b"1 done, 1 failed", lines)
+        self.assertRegex(lines[-1], rb"^1 done, 1 failed, \d+ a second$")
 
     def test_is_not_shown_where_the_cursor_cannot_go_back(self):
         self.assertEqual(b"", self.run_on_terminal({"TERM": "dumb"}, seconds=1))

@@ -30,7 +30,13 @@ void CProgress::Show(const STally& tally, std::size_t total)
     if (!m_IsTerminal)
         return;
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_Start;
-    PrintError("\r" + MakeProgressLine(tally, total, elapsed.count()) + "\033[K");
+    std::string line = MakeProgressLine(tally, total, elapsed.count());
+    // A line that goes on in a second row, as one that fills the first may, cannot be taken back.
+    // The terminal may have become narrower.
+    const std::size_t columns = GetColumnCount(StandardError);
+    if (columns != 0 && line.size() >= columns)
+        line.resize(columns - 1);
+    PrintError("\r" + line + "\033[K");
     m_IsShown = true;
 }
 

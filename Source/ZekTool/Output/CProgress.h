@@ -18,7 +18,8 @@ class CProgress
 public:
     CProgress();
 
-    /// Shows the line, in place of the one before. A total of 0 is not known.
+    /// Shows the line, or as much of it as a row of the terminal has room for, in place of the one
+    /// before. A total of 0 is not known.
     void Show(const STally& tally, std::size_t total);
 
     /// Takes the line away, so that other output can stand there.

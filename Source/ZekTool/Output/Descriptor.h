@@ -35,4 +35,7 @@ std::ptrdiff_t WriteBytes(int descriptor, const char* bytes, std::size_t size);
 /// ANSI's sequences.
 bool IsTerminalWithCursor(int descriptor);
 
+/// Returns how many columns a terminal shows, or 0 when that is not known.
+std::size_t GetColumnCount(int descriptor);
+
 } // namespace zektool

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "ZekTool/Output/Descriptor.h"
@@ -80,6 +81,12 @@ bool IsTerminalWithCursor(int descriptor)
 {
     const char* terminal = std::getenv("TERM");
     return isatty(descriptor) != 0 && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+std::size_t GetColumnCount(int descriptor)
+{
+    winsize size = {};
+    return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 } // namespace zektool

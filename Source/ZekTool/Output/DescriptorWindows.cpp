@@ -101,4 +101,13 @@ bool IsTerminalWithCursor(int descriptor)
            SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+std::size_t GetColumnCount(int descriptor)
+{
+    CONSOLE_SCREEN_BUFFER_INFO information;
+    if (!GetConsoleScreenBufferInfo(GetHandle(descriptor), &information))
+        return 0;
+    const SMALL_RECT& window = information.srWindow;
+    return static_cast<std::size_t>(window.Right - window.Left + 1);
+}
+
 } // namespace zektool
