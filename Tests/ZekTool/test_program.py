@@ -267,6 +267,31 @@ class Outputs(ProgramTest):
             self.assertEqual(1, process.returncode, words)
             self.assertIn(b"No space left on device", errors)
 
+    def run_on_full_disk(self, *words, **options):
+        """Returns what comes to standard error."""
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([PROGRAM, *words], stdout=full, stderr=subprocess.PIPE,
+                                    timeout=60, **options)  # fmt: skip
+        self.assertEqual(1, result.returncode, words)
+        return result.stderr.decode()
+
+    def test_models_that_are_not_done_for_it_are_counted(self):
+        folder = self.write_many(5000)
+        for words in (["info"], ["info", "--json"], ["report", "--csv"], ["report", "--json"]):
+            errors = self.run_on_full_disk(*words, folder)
+            done, rest = re.search(r"^5000 models: (\d+) .*, (\d+) not done$", errors, re.M).groups()
+            self.assertEqual(5000, int(done) + int(rest))
+            self.assertGreater(int(rest), 0)
+            self.assertIn("No space left on device", errors)
+
+    def test_a_list_is_not_read_on_for_it(self):
+        paths = self.write(b"a.zek") + b"\0"
+        for words in (["info"], ["report", "--csv"]):
+            errors = self.run_on_full_disk(*words, "--files0-from", "-", input=paths * 20000)
+            self.assertIn("zek: -: no more of it is read", errors)
+            done = re.search(r"^(\d+) models: ", errors, re.M).group(1)
+            self.assertLess(int(done), 20000)
+
     def test_a_limit_of_file_sizes_is_a_failure_and_no_signal(self):
         def limit():
             resource.setrlimit(resource.RLIMIT_FSIZE, (20_000, 20_000))

@@ -170,10 +170,11 @@ void CRunner::WaitForWorkers()
 
 void CRunner::PrintNotDone()
 {
-    if (!IsInterrupted())
+    if (!IsStopped())
         return;
+    // Where Ctrl-C does not end it, whoever writes a list may go on for long.
     SModelPath model;
-    while (m_Models.NextUndone(model))
+    while (IsInterrupted() ? m_Models.NextUndone(model) : m_Models.NextKnown(model))
         Print(model, m_Command.MakeFailure(model, EOutcome::NotDone, "not done"));
 }
 

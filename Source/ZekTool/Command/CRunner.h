@@ -34,7 +34,8 @@ public:
     }
 
     /// Works until all models are done, or until Ctrl-C or an error of the output, after which the
-    /// models in work are finished and no other is begun. Returns what came of them.
+    /// models in work are finished and no other is begun. Returns what came of them; the others
+    /// that are known count as not done.
     STally Run(std::size_t threadCount);
 
 private:

@@ -73,7 +73,20 @@ RunOnAll(const SCommandLine& line, CModelCommand& command, CModelList& models, C
             "{}: {}; it has to be a file of paths, each ended by a zero byte",
             MakeShowable(line.files0From),
             models.GetError().empty() ? "no paths in it" : models.GetError()));
+    if (output.GetError() != 0 && !line.files0From.empty() && !IsInterrupted())
+        PrintError(fmt::format("zek: {}: no more of it is read\n", MakeShowable(line.files0From)));
     return tally;
+}
+
+/// Prints what came of several models. Programs read JSON, and a person what is on the other
+/// stream; so he does when the output cannot be written.
+void PrintSummary(const std::string& summary, bool isJson, COutput& output)
+{
+    if (!isJson)
+        output.Write(summary);
+    output.Flush();
+    if (isJson || output.GetError() != 0)
+        PrintError(summary);
 }
 
 /// Throws when a list of models could not be read to its end.
@@ -89,11 +102,8 @@ EExitStatus RunOnModels(const SCommandLine& line, COutput& output)
     CModelList models = MakeModelList(line);
     const auto command = MakeCommand(line, models);
     const STally tally = RunOnAll(line, *command, models, output);
-    // Programs read JSON, and a person what is on the other stream.
-    if (models.IsSeveral() && line.isJson)
-        PrintError(MakeSummary(*command, tally));
-    else if (models.IsSeveral())
-        output.Write(MakeSummary(*command, tally));
+    if (models.IsSeveral())
+        PrintSummary(MakeSummary(*command, tally), line.isJson, output);
     output.Flush();
     ExpectWholeList(line, models);
     if (IsInterrupted())

@@ -28,6 +28,9 @@ public:
     /// Takes the next model. False at the end.
     bool Next(SModelPath& model);
 
+    /// Takes the next model whose path is known already. False when there is none.
+    bool NextKnown(SModelPath& model);
+
     /// Takes the next of those that have not been taken, to say that it is not done: what a path
     /// that is still to be read stands for is not looked at. After Ctrl-C, and as long as the list
     /// comes without waiting.
@@ -46,8 +49,6 @@ public:
     std::string GetError() const;
 
 private:
-    bool NextKnown(SModelPath& model);
-
     std::vector<std::string> m_Patterns;
     std::unique_ptr<CPathReader> m_Reader;
     std::vector<SModelPath> m_Models;

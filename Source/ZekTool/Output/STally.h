@@ -13,7 +13,7 @@ enum class EOutcome
     Well,    ///< shown, found well, or as it was
     Changed, ///< written to, or to be written to
     Failed,
-    NotDone, ///< Ctrl-C came first
+    NotDone, ///< Ctrl-C or an error of the output came first
 };
 
 /// How many models there were so far.

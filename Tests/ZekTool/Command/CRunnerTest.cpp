@@ -156,8 +156,11 @@ TEST_F(CRunnerTest, NoModelIsBegunWhenTheOutputHasFailed)
         [](int) {
             return SResult{EOutcome::Well, std::string(COutput::BufferSize, 'x')};
         });
-    Run(command, 1); // a second one might go on while the first has not written yet
+    // A second thread might go on while the first has not written yet.
+    const STally tally = Run(command, 1);
     EXPECT_EQ(1, command.begun);
+    EXPECT_EQ(1U, tally.well);
+    EXPECT_EQ(static_cast<std::size_t>(ModelCount - 1), tally.notDone);
 }
 
 } // namespace

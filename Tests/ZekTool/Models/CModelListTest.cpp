@@ -129,6 +129,18 @@ TEST_F(CModelListTest, AFolderWhoseSearchIsCutShortIsNotDone)
     EXPECT_EXIT(std::exit(isNotDone() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(CModelListTest, WhatIsKnownIsTakenWithoutReadingOn)
+{
+    folder.Write("list", folder.GetPath("a") + '\0' + folder.GetPath("b") + '\0');
+    CModelList list(std::make_unique<CPathReader>(folder.GetPath("list")), Zek);
+    SModelPath model;
+    EXPECT_FALSE(list.NextKnown(model));
+    EXPECT_TRUE(list.Next(model));
+    EXPECT_TRUE(list.NextKnown(model));
+    EXPECT_EQ(folder.GetPath("a/2.zek"), model.path);
+    EXPECT_FALSE(list.NextKnown(model));
+}
+
 TEST_F(CModelListTest, AListThatCannotBeReadHasAnError)
 {
     CModelList list(std::make_unique<CPathReader>(folder.GetPath()), Zek);
