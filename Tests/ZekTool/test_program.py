@@ -239,6 +239,24 @@ class Threads(ProgramTest):
         self.assertEqual((0, b""), (result.returncode, result.stderr))
         self.assertIn(b"300 models: 300 shown, 0 failed", result.stdout)
 
+    def test_end_with_a_reason_when_memory_runs_out(self):
+        def limit():
+            resource.setrlimit(resource.RLIMIT_AS, (size, size))
+
+        folder = self.write_many(2000)
+        size = 20_000_000
+        if run("--version", preexec_fn=limit).returncode != 0:
+            self.skipTest("the program takes more memory, as it does with a sanitizer")
+        # Where it runs out, and how far the work then is, depends on how the threads take turns.
+        for size in range(20_000_000, 300_000_000, 20_000_000):
+            result = run("check", "-j", "100", folder, preexec_fn=limit)
+            lines = result.stdout.decode().splitlines()
+            summary = [line for line in lines if line.startswith("2000 models: ")]
+            self.assertEqual(1, result.returncode, size)
+            self.assertEqual([] if summary else [b"zek: not enough memory"], result.stderr.splitlines())
+            models = {line.split(":")[0] for line in lines if line.startswith(folder)}
+            self.assertEqual(2000, len(models), size)
+
     def test_that_have_too_few_descriptors_take_no_variant_for_missing(self):
         def limit():
             resource.setrlimit(resource.RLIMIT_NOFILE, (4, 4))

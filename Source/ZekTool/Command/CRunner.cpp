@@ -17,6 +17,7 @@ namespace
 constexpr std::size_t SlotsPerThread = 64;
 constexpr std::size_t MostWaitingBytes = std::size_t{4} * 1024 * 1024;
 constexpr std::chrono::milliseconds TickLength(100);
+constexpr const char* NoMemory = "not enough memory";
 
 } // namespace
 
@@ -30,9 +31,16 @@ STally CRunner::Run(std::size_t threadCount)
     WaitForWorkers();
     for (std::thread& thread : threads)
         thread.join();
-    PrintNotDone();
     m_Progress.Clear();
+    Guard(
+        [this]
+        {
+            PrintUnfinished();
+            PrintNotDone();
+        });
     m_Output.Flush();
+    if (m_Exception)
+        std::rethrow_exception(m_Exception);
     return m_Tally;
 }
 
@@ -56,10 +64,29 @@ std::vector<std::thread> CRunner::StartThreads(std::size_t count)
     return threads;
 }
 
+/// Does a part of the work. What it throws is kept, to be thrown when all else has been seen to.
+template <typename Part>
+void CRunner::Guard(Part part)
+{
+    try
+    {
+        part();
+    }
+    catch (const std::exception&)
+    {
+        const std::lock_guard lock(m_Mutex);
+        m_Exception = std::current_exception();
+    }
+}
+
 void CRunner::Work()
 {
-    while (SSlot* slot = TakeModel())
-        Finish(*slot, RunCommand(slot->model));
+    Guard(
+        [this]
+        {
+            while (SSlot* slot = TakeModel())
+                Finish(*slot, RunCommand(slot->model));
+        });
     const std::lock_guard lock(m_Mutex);
     --m_WorkerCount;
     m_HasRoom.notify_all();
@@ -78,12 +105,12 @@ CRunner::SSlot* CRunner::TakeModel()
         if (IsStopped())
             return nullptr;
     }
-    SModelPath model;
-    if (!m_Models.Next(model))
+    // Made first: without memory for it, a model that has been taken would be lost.
+    std::list<SSlot> slot(1);
+    if (!m_Models.Next(slot.front().model))
         return nullptr;
     const std::lock_guard lock(m_Mutex);
-    m_Slots.push_back({std::move(model), std::nullopt});
-    // A deque moves no element when others come and go at its ends.
+    m_Slots.splice(m_Slots.end(), slot);
     return &m_Slots.back();
 }
 
@@ -95,7 +122,7 @@ bool CRunner::IsRoom() const
 
 bool CRunner::IsStopped() const
 {
-    return IsInterrupted() || m_Output.GetError() != 0;
+    return IsInterrupted() || m_Output.GetError() != 0 || m_Exception;
 }
 
 SResult CRunner::RunCommand(const SModelPath& model)
@@ -108,7 +135,7 @@ SResult CRunner::RunCommand(const SModelPath& model)
     }
     catch (const std::bad_alloc&)
     {
-        return m_Command.MakeFailure(model, EOutcome::Failed, "not enough memory");
+        return m_Command.MakeFailure(model, EOutcome::Failed, NoMemory);
     }
     catch (const std::exception& error)
     {
@@ -133,8 +160,8 @@ void CRunner::PrintFinished()
     while (!m_Slots.empty() && m_Slots.front().result)
     {
         const SSlot& slot = m_Slots.front();
-        m_WaitingBytes -= slot.result->output.size();
         Print(slot.model, *slot.result);
+        m_WaitingBytes -= slot.result->output.size();
         m_Slots.pop_front();
     }
 }
@@ -143,8 +170,9 @@ void CRunner::Print(const SModelPath& model, const SResult& result)
 {
     if (m_Output.IsFullWith(result.output.size()))
         m_Progress.Clear();
-    m_Output.Write(result.output);
+    // What there is no memory for is done again, and must not be printed twice.
     m_Tally.Add(result.outcome, model.path);
+    m_Output.Write(result.output);
 }
 
 /// Shows ten times a second what there is to show, until the last worker has ended.
@@ -162,9 +190,32 @@ void CRunner::WaitForWorkers()
             m_Progress.Clear();
             m_Output.Flush();
         }
-        m_Progress.Show(m_Tally, m_Models.GetTotal());
+        ShowProgress();
         // A worker that waits for room does not hear of Ctrl-C by itself.
         m_HasRoom.notify_all();
+    }
+}
+
+void CRunner::ShowProgress()
+{
+    try
+    {
+        m_Progress.Show(m_Tally, m_Models.GetTotal());
+    }
+    catch (const std::bad_alloc&)
+    {
+        // It is shown again soon, and the workers have to be waited for.
+    }
+}
+
+/// Prints the results that are left when a worker could not finish its model.
+void CRunner::PrintUnfinished()
+{
+    PrintFinished();
+    while (!m_Slots.empty())
+    {
+        SSlot& slot = m_Slots.front();
+        Finish(slot, m_Command.MakeFailure(slot.model, EOutcome::Failed, NoMemory));
     }
 }
 

@@ -3,7 +3,8 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <exception>
+#include <list>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -35,7 +36,8 @@ public:
 
     /// Works until all models are done, or until Ctrl-C or an error of the output, after which the
     /// models in work are finished and no other is begun. Returns what came of them; the others
-    /// that are known count as not done.
+    /// that are known count as not done. Throws when memory has run out, but for one model alone,
+    /// after it has printed the same.
     STally Run(std::size_t threadCount);
 
 private:
@@ -47,6 +49,8 @@ private:
     };
 
     std::vector<std::thread> StartThreads(std::size_t count);
+    template <typename Part>
+    void Guard(Part part);
     void Work();
     SSlot* TakeModel();
     bool IsRoom() const;
@@ -56,6 +60,8 @@ private:
     void PrintFinished();
     void Print(const SModelPath& model, const SResult& result);
     void WaitForWorkers();
+    void ShowProgress();
+    void PrintUnfinished();
     void PrintNotDone();
 
     CModelCommand& m_Command;
@@ -67,10 +73,11 @@ private:
     std::mutex m_Mutex;     // held for everything below
     std::condition_variable m_HasRoom;      // a worker may wait for it, the one that has the list
     std::condition_variable m_WorkersEnded; // the thread that runs them waits for it
-    std::deque<SSlot> m_Slots; // models in work and results that wait, in the order of the list
+    std::list<SSlot> m_Slots; // models in work and results that wait, in the order of the list
     std::size_t m_WaitingBytes = 0; // of results in the slots
     std::size_t m_MostSlots = 0;
-    std::size_t m_WorkerCount = 0; // still at work
+    std::size_t m_WorkerCount = 0;  // still at work
+    std::exception_ptr m_Exception; // what a part of the work threw last, or null
     STally m_Tally;
 };
 

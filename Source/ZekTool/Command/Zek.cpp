@@ -218,6 +218,10 @@ EExitStatus RunZek(const std::vector<std::string>& words)
         status = EExitStatus::Usage;
         PrintError(fmt::format("zek: {}\n", error.what()));
     }
+    catch (const std::bad_alloc&)
+    {
+        PrintError("zek: not enough memory\n");
+    }
     catch (const std::exception& error)
     {
         PrintError(fmt::format("zek: {}\n", error.what()));

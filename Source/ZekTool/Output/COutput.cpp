@@ -48,9 +48,8 @@ void COutput::Flush()
 
 void PrintError(std::string_view text)
 {
-    COutput output(StandardError);
-    output.Write(text);
-    output.Flush();
+    // Without a buffer, for which there may be no memory.
+    WriteTo(StandardError, text);
 }
 
 } // namespace zektool

@@ -36,12 +36,18 @@ public:
 
     SResult MakeFailure(const SModelPath&, EOutcome outcome, const std::string& reason) override
     {
+        if (failuresWithoutMemory > 0)
+        {
+            --failuresWithoutMemory;
+            throw std::bad_alloc();
+        }
         return {outcome, reason + "\n"};
     }
 
     std::string MakeSummary(const STally&) const override { return ""; }
 
     std::atomic<int> begun{0};
+    int failuresWithoutMemory = 0; ///< how many results cannot be made at first
 
 private:
     Work m_Work;
@@ -76,6 +82,13 @@ struct CRunnerTest : ::testing::Test
     }
 
     static std::string MakeLine(int name) { return std::to_string(name) + "\n"; }
+
+    static SResult LackMemoryForThird(int name)
+    {
+        if (name == FirstName + 2)
+            throw std::bad_alloc();
+        return SResult{EOutcome::Well, MakeLine(name)};
+    }
 
     CTemporaryFolder folder;
     int descriptor;
@@ -146,6 +159,26 @@ TEST_F(CRunnerTest, OutcomesAreCounted)
     EXPECT_EQ(101U, tally.failedPaths.size());
     EXPECT_EQ(folder.GetPath("models/1001"), tally.failedPaths[0]);
     EXPECT_EQ("thrown\nnot enough memory\n", GetOutput());
+}
+
+TEST_F(CRunnerTest, AResultThatThereIsNoMemoryForEndsTheWorkAndWhatIsDoneIsPrinted)
+{
+    CTestCommand command(LackMemoryForThird);
+    command.failuresWithoutMemory = 1;
+    EXPECT_THROW(Run(command, 1), std::bad_alloc);
+    EXPECT_EQ(3, command.begun);
+    std::string expected = "1000\n1001\nnot enough memory\n";
+    for (int i = 3; i < ModelCount; ++i)
+        expected += "not done\n";
+    EXPECT_EQ(expected, GetOutput());
+}
+
+TEST_F(CRunnerTest, WhatIsDoneIsPrintedWhenThereIsNoMemoryForTheRest)
+{
+    CTestCommand command(LackMemoryForThird);
+    command.failuresWithoutMemory = 2;
+    EXPECT_THROW(Run(command, 1), std::bad_alloc);
+    EXPECT_EQ("1000\n1001\n", GetOutput());
 }
 
 TEST_F(CRunnerTest, NoModelIsBegunWhenTheOutputHasFailed)
