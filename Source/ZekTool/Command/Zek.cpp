@@ -78,8 +78,8 @@ RunOnAll(const SCommandLine& line, CModelCommand& command, CModelList& models, C
     return tally;
 }
 
-/// Prints what came of several models. Programs read JSON, and a person what is on the other
-/// stream; so he does when the output cannot be written.
+/// Prints what came of several models: where programs read JSON, or nothing more can be written, to
+/// standard error.
 void PrintSummary(const std::string& summary, bool isJson, COutput& output)
 {
     if (!isJson)
