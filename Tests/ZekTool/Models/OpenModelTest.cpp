@@ -46,38 +46,43 @@ TEST(OpenModel, TakesNothingButARegularFileWhateverFailedBefore)
     }
 }
 
-TEST(OpenModel, WaitsForAProgramThatHasItToItself)
+/// A file that another program has to itself.
+class OpenModelOfAnother : public testing::Test
 {
-    const CTemporaryFolder folder;
-    folder.Write("model", "seven b");
-    CRandomAccessFile other;
-    ASSERT_TRUE(other.OpenToWrite(folder.GetPath("model")));
-    if (other.IsBusy())
-        GTEST_SKIP() << "the file system gives no leases";
+protected:
+    void SetUp() override
+    {
+        m_Folder.Write("file", "no model");
+        ASSERT_TRUE(m_Owner.OpenToWrite(m_Path));
+        if (m_Owner.IsBusy())
+            GTEST_SKIP() << "the file system gives no leases";
+    }
+
+    CTemporaryFolder m_Folder;
+    const std::string m_Path = m_Folder.GetPath("file");
+    CRandomAccessFile m_Owner;
+};
+
+TEST_F(OpenModelOfAnother, WaitsForIt)
+{
     std::thread closing(
         [&]
         {
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            other.Close();
+            m_Owner.Close();
         });
     CRandomAccessFile file;
-    EXPECT_EQ("", OpenModel(folder.GetPath("model"), file));
+    EXPECT_EQ("", OpenModel(m_Path, file));
     closing.join();
 }
 
-TEST(OpenModel, WaitsTwoSecondsAtMost)
+TEST_F(OpenModelOfAnother, WaitsTwoSecondsAtMost)
 {
-    const CTemporaryFolder folder;
-    folder.Write("file", "no model");
-    CRandomAccessFile other;
-    ASSERT_TRUE(other.OpenToWrite(folder.GetPath("file")));
-    if (other.IsBusy())
-        GTEST_SKIP() << "the file system gives no leases";
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(zektool::IsModel(folder.GetPath("file"))); // for all that can be told
+    EXPECT_TRUE(zektool::IsModel(m_Path)); // for all that can be told
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
-    other.Close();
-    EXPECT_FALSE(zektool::IsModel(folder.GetPath("file")));
+    m_Owner.Close();
+    EXPECT_FALSE(zektool::IsModel(m_Path));
 }
 
 TEST(IsModel, GoesByTheFirstBytesAlone)
