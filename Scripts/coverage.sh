@@ -28,7 +28,8 @@ say "Running the tests"
 rm -rf "$folder/profiles"
 left_out='SystemCallTest.*:MemoryLimitTest.*:HardeningTest.*:MemoryRatioTest.*:*Hostile*:ZekMemoryTest.*'
 left_out+=':SPlane.*BarycentricCoordinates'
-for digit in 1 2 3 5 6 7 8 9; do # which leaves versions 7, 11, 17, 21 and 27
+# Of versions 7 to 27 that leaves 7, 11, 17, 21 and 27, and of 0 to 27 only 0, 4, 10, 14, 20 and 24.
+for digit in 1 2 3 5 6 7 8 9; do
     left_out+=":Version/*/*$digit"
 done
 left_out+=':*NastyValuesTest.*/*0' # which leaves 11 and 21, each of which takes the longest

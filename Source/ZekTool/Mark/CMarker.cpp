@@ -303,12 +303,11 @@ bool CMarker::Fail(const std::string& reason)
 SMarkResult MarkUntilUndisturbed(const std::string& path, const SMarkOptions& options)
 {
     using std::chrono::milliseconds;
-    constexpr milliseconds longestPause(1024);
     constexpr milliseconds patience(32);
     for (milliseconds pause(1);; pause *= 2)
     {
         CMarker marker(path, options, pause < patience);
-        if (marker.Mark() || pause > longestPause)
+        if (marker.Mark() || pause > LongestPause)
             return std::move(marker.GetResult());
         std::this_thread::sleep_for(
             std::max<std::chrono::nanoseconds>(pause, marker.GetTimeToSettle()));

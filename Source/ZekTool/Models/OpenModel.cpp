@@ -1,6 +1,5 @@
 #include "ZekTool/Models/OpenModel.h"
 
-#include <chrono>
 #include <thread>
 
 #include "Specific/FileSystem/SystemFiles.h"
@@ -11,10 +10,9 @@ namespace zektool
 
 std::string OpenModel(const std::string& path, filesystem::CRandomAccessFile& file)
 {
-    constexpr std::chrono::milliseconds longestPause(1024);
     for (std::chrono::milliseconds pause(1); !file.Open(path); pause *= 2)
     {
-        if (!file.IsBusy() || pause > longestPause)
+        if (!file.IsBusy() || pause > LongestPause)
             return file.IsNotRegular() ? "not a regular file" : file.GetError();
         std::this_thread::sleep_for(pause);
     }
